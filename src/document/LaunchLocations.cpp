@@ -1,0 +1,4 @@
+#include "LaunchLocations.h"
+
+std::optional<QUrl> initialFileURL;
+std::optional<QUrl> initialBatchURL;

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <QString>
+#include <exception>
+
+// The user-facing text of any failure the engine lets through: a TidleError's description,
+// or the media library's own message for a failure while opening or loading a file.
+QString userMessage(const std::exception& error);

@@ -1,0 +1,1 @@
+// Holds the embedded string tables; the tables themselves are resources.
