@@ -47,6 +47,10 @@
         <source>decoding its sound failed</source>
         <translation>decoding its sound failed</translation>
     </message>
+    <message id="diag.truncated">
+        <source>it is cut short and part of its sound is missing</source>
+        <translation>it is cut short and part of its sound is missing</translation>
+    </message>
     <message id="diag.composition">
         <source>no sound track could be set up for the new file</source>
         <translation>no sound track could be set up for the new file</translation>

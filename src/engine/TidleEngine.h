@@ -7,7 +7,10 @@
 #include <QString>
 #include <atomic>
 #include <functional>
+#include <utility>
 #include <vector>
+
+class MediaFile;
 
 // Analyses one file into an Analysis and writes the kept spans to a new file.
 // Both operations block the calling thread (never the GUI thread) and throw TidleError for
@@ -37,9 +40,13 @@ public:
     // next packet with TidleError::cancelled.
     void cancel() { m_cancelRequested.store(true); }
 
-    static std::vector<Segment> keepSegments(const std::vector<Segment>& silences,
-                                             double duration, double padding, double minKeep);
+    static std::vector<Segment> keepSegments(const std::vector<Segment>& silences, double duration,
+                                             double padding, double minKeep);
 
 private:
+    // The container an export of `file` writes, and its file-name extension.
+    static std::pair<OutputContainer, QString> outputPlan(const MediaFile& file,
+                                                          bool frameAccurate);
+
     std::atomic<bool> m_cancelRequested{false};
 };

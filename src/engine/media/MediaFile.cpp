@@ -1,5 +1,6 @@
 #include "MediaFile.h"
 
+#include "FfmpegCheck.h"
 #include "MediaError.h"
 
 #include <QFileInfo>
@@ -12,21 +13,7 @@ extern "C" {
 
 MediaFile::MediaFile(const QString& path)
     : m_path(path)
-{
-    // FFmpeg opens a folder without complaint and only fails on reading; say so at once.
-    if (QFileInfo(path).isDir())
-        throw MediaError(ffmpegErrorText(AVERROR(EISDIR)));
-
-    AVFormatContext* raw = nullptr;
-    int result = avformat_open_input(&raw, path.toUtf8().constData(), nullptr, nullptr);
-    if (result < 0)
-        throw MediaError(ffmpegErrorText(result)); // the input is freed on failure
-    m_context.reset(raw);
-
-    result = avformat_find_stream_info(m_context.get(), nullptr);
-    if (result < 0)
-        throw MediaError(ffmpegErrorText(result));
-
+    , m_context(openDemuxer(path)) {
     for (unsigned i = 0; i < m_context->nb_streams; ++i) {
         const AVStream* stream = m_context->streams[i];
         switch (stream->codecpar->codec_type) {
@@ -43,20 +30,38 @@ MediaFile::MediaFile(const QString& path)
     }
 }
 
-double MediaFile::duration() const
-{
+InputFormatContextPtr MediaFile::openDemuxer(const QString& path) {
+    // FFmpeg opens a folder without complaint and only fails on reading; say so at once.
+    if (QFileInfo(path).isDir())
+        throw MediaError(ffmpegErrorText(AVERROR(EISDIR)));
+
+    // The "file:" protocol makes a path read as a path, even with a colon in it.
+    const QByteArray url = "file:" + path.toUtf8();
+    AVFormatContext* raw = nullptr;
+    int result = avformat_open_input(&raw, url.constData(), nullptr, nullptr);
+    if (result == AVERROR(EINVAL))
+        result = AVERROR_INVALIDDATA; // we pass no options: the content did not parse
+    if (result < 0)
+        throwFfmpegError("avformat_open_input", result); // the input is freed on failure
+    InputFormatContextPtr context(raw);
+
+    result = avformat_find_stream_info(context.get(), nullptr);
+    if (result < 0)
+        throwFfmpegError("avformat_find_stream_info", result);
+    return context;
+}
+
+double MediaFile::duration() const {
     if (m_context->duration == AV_NOPTS_VALUE)
         return std::nan("");
     return double(m_context->duration) / AV_TIME_BASE;
 }
 
-bool MediaFile::durationIsEstimated() const
-{
+bool MediaFile::durationIsEstimated() const {
     return m_context->duration_estimation_method == AVFMT_DURATION_FROM_BITRATE;
 }
 
-QString MediaFile::codecTag(int streamIndex) const
-{
+QString MediaFile::codecTag(int streamIndex) const {
     const AVCodecParameters* parameters = m_context->streams[streamIndex]->codecpar;
     switch (parameters->codec_id) {
     case AV_CODEC_ID_H264:
@@ -76,8 +81,7 @@ QString MediaFile::codecTag(int streamIndex) const
     return QString::fromLatin1(avcodec_get_name(parameters->codec_id));
 }
 
-int MediaFile::rotation(int streamIndex) const
-{
+int MediaFile::rotation(int streamIndex) const {
     const AVStream* stream = m_context->streams[streamIndex];
     const auto* matrix = reinterpret_cast<const int32_t*>(
         av_stream_get_side_data(stream, AV_PKT_DATA_DISPLAYMATRIX, nullptr));

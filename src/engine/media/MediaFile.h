@@ -12,6 +12,9 @@ public:
     // Throws MediaError with FFmpeg's own message when the file cannot be opened.
     explicit MediaFile(const QString& path);
 
+    // A further demuxer on the same file, its stream information loaded; throws as above.
+    static InputFormatContextPtr openDemuxer(const QString& path);
+
     AVFormatContext* context() const { return m_context.get(); }
     const QString& path() const { return m_path; }
 

@@ -1,0 +1,105 @@
+#include "AudioMixReader.h"
+
+#include "MediaFile.h"
+
+#include <algorithm>
+#include <limits>
+
+AudioMixReader::AudioMixReader(MediaFile& file, const std::atomic<bool>& cancelRequested)
+    : m_cancelRequested(cancelRequested) {
+    const int64_t fileStart = file.context()->start_time;
+    const std::vector<int>& streams = file.audioStreams();
+    for (std::size_t i = 0; i < streams.size(); ++i) {
+        // The first track reads the file's own demuxer; every further one gets a demuxer of
+        // its own, so that no track waits in memory for another one's packets.
+        if (i == 0)
+            m_tracks.push_back(
+                std::make_unique<AudioTrackDecoder>(file.context(), streams[i], fileStart));
+        else
+            m_tracks.push_back(std::make_unique<AudioTrackDecoder>(
+                MediaFile::openDemuxer(file.path()), streams[i], fileStart));
+    }
+}
+
+bool AudioMixReader::read(const Consumer& consumer) {
+    for (;;) {
+        if (m_cancelRequested.load(std::memory_order_relaxed))
+            return false;
+        // Samples before what was handed out (a track that starts before the file does)
+        // are never mixed; dropping them here keeps a lagging track's buffer small.
+        for (const auto& track : m_tracks)
+            track->dropBefore(m_emitted);
+        emitUpTo(mixableEnd(), consumer);
+        AudioTrackDecoder* next = laggingTrack();
+        if (!next)
+            return true;
+        next->decodeMore();
+    }
+}
+
+// Samples up to here are known for every track: decoded, or beyond the end of a track that
+// has ended. A track not yet placed on the timeline could still start anywhere.
+int64_t AudioMixReader::mixableEnd() const {
+    int64_t openEnd = std::numeric_limits<int64_t>::max();
+    int64_t lastEnd = m_emitted;
+    bool anyOpen = false;
+    for (const auto& track : m_tracks) {
+        if (!track->placed())
+            return m_emitted;
+        lastEnd = std::max(lastEnd, track->bufferEnd());
+        if (!track->ended()) {
+            anyOpen = true;
+            openEnd = std::min(openEnd, track->bufferEnd());
+        }
+    }
+    return anyOpen ? openEnd : lastEnd;
+}
+
+// The open track that has decoded least, so that the others wait for it with small buffers.
+AudioTrackDecoder* AudioMixReader::laggingTrack() const {
+    AudioTrackDecoder* lagging = nullptr;
+    for (const auto& track : m_tracks) {
+        if (track->ended())
+            continue;
+        if (!track->placed())
+            return track.get();
+        if (!lagging || track->bufferEnd() < lagging->bufferEnd())
+            lagging = track.get();
+    }
+    return lagging;
+}
+
+void AudioMixReader::emitUpTo(int64_t end, const Consumer& consumer) {
+    while (m_emitted < end) {
+        const int count = int(std::min<int64_t>(end - m_emitted, chunkSamples));
+        mixChunk(count);
+        consumer(std::span<const float>(m_mix.data(), std::size_t(count)));
+        m_emitted += count;
+    }
+}
+
+void AudioMixReader::mixChunk(int count) {
+    m_mix.assign(std::size_t(count), 0.0f);
+    m_playing.assign(std::size_t(count), 0);
+    const int64_t chunkEnd = m_emitted + count;
+    for (const auto& track : m_tracks) {
+        track->dropBefore(m_emitted);
+        const int64_t from = std::max(track->bufferStart(), m_emitted);
+        const int64_t to = std::min(track->bufferEnd(), chunkEnd);
+        if (from >= to)
+            continue;
+        const auto offset = std::size_t(from - m_emitted);
+        const int length = int(to - from);
+        m_part.resize(std::size_t(length));
+        track->take(m_part.data(), length);
+        for (int i = 0; i < length; ++i) {
+            m_mix[offset + std::size_t(i)] += m_part[std::size_t(i)];
+            ++m_playing[offset + std::size_t(i)];
+        }
+    }
+    for (int i = 0; i < count; ++i) {
+        const int playing = m_playing[std::size_t(i)];
+        if (playing > 1)
+            m_mix[std::size_t(i)] /= float(playing);
+    }
+}

@@ -1,0 +1,279 @@
+#include "EngineFixtures.h"
+
+#include "Fixtures.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+#include <QUuid>
+#include <QtEndian>
+#include <stdexcept>
+
+namespace EngineFixtures {
+
+namespace {
+
+// The names carry a prefix of their own: fixtures of every test program share one folder.
+QString name(const QString& base) {
+    return QStringLiteral("engine-") + base;
+}
+
+QString make(const QString& base, const QStringList& arguments) {
+    return Fixtures::makeWithFfmpeg(name(base), arguments);
+}
+
+// A lavfi tone of amplitude 0.5; `gate` multiplies it (1 for a steady tone). Commas in the
+// gate are escaped: the source is a filter graph.
+QStringList toneSource(int rate, double seconds, const QString& gate = QStringLiteral("1")) {
+    return {"-f", "lavfi", "-i",
+            QStringLiteral("aevalsrc=0.5*sin(2*PI*440*t)*(%1):s=%2:d=%3")
+                .arg(gate)
+                .arg(rate)
+                .arg(seconds)};
+}
+
+QStringList silenceSource(int rate, double seconds) {
+    return {"-f", "lavfi", "-i",
+            QStringLiteral("anullsrc=r=%1:cl=mono:d=%2").arg(rate).arg(seconds)};
+}
+
+QStringList pictureSource(double seconds) {
+    return {"-f", "lavfi", "-i", QStringLiteral("testsrc2=s=160x120:r=25:d=%1").arg(seconds)};
+}
+
+const QStringList fastH264 = {"-c:v", "libx264", "-preset", "ultrafast", "-pix_fmt", "yuv420p"};
+
+// Writes `bytes` to fixture `base` unless it is there already.
+QString writeOnce(const QString& base, const QByteArray& bytes) {
+    const QString target = Fixtures::path(name(base));
+    if (QFile::exists(target))
+        return target;
+    // Test processes run in parallel: each writes a name of its own, then renames.
+    const QString temporary =
+        target + QStringLiteral(".%1.part").arg(QUuid::createUuid().toString(QUuid::Id128));
+    QFile file(temporary);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        throw std::runtime_error("cannot write fixture " + base.toStdString());
+    file.close();
+    if (!QFile::rename(temporary, target) && !QFile::exists(target))
+        throw std::runtime_error("cannot store fixture " + base.toStdString());
+    return target;
+}
+
+QByteArray readAll(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw std::runtime_error("cannot read " + path.toStdString());
+    return file.readAll();
+}
+
+} // namespace
+
+QString tone() {
+    return make("tone.wav", toneSource(48000, 3));
+}
+
+QString silence() {
+    return make("silence.wav", silenceSource(48000, 2));
+}
+
+QString toneWithGaps() {
+    return make("tone-gaps.wav",
+                toneSource(48000, 8, "not(between(t\\,2\\,3.5))*not(between(t\\,5\\,6))"));
+}
+
+QString monoTone() {
+    return make("mono.wav", toneSource(44100, 2));
+}
+
+QString stereoSame() {
+    return make("stereo-same.wav", {"-i", monoTone(), "-af", "pan=stereo|c0=c0|c1=c0"});
+}
+
+QString stereoLeftOnly() {
+    return make("stereo-left.wav", {"-i", monoTone(), "-af", "pan=stereo|c0=c0|c1=0*c0"});
+}
+
+QString stereoOpposite() {
+    return make("stereo-opposite.wav", {"-i", monoTone(), "-af", "pan=stereo|c0=c0|c1=-1*c0"});
+}
+
+QString twoTracks() {
+    return make("two-tracks.mov", toneSource(48000, 3) + silenceSource(48000, 3) +
+                                      QStringList{"-map", "0", "-map", "1", "-c:a", "pcm_s16le"});
+}
+
+QString twoTracksUnequal() {
+    return make("two-tracks-unequal.mov",
+                toneSource(48000, 4) + silenceSource(48000, 2) +
+                    QStringList{"-map", "0", "-map", "1", "-c:a", "pcm_s16le"});
+}
+
+QString twoTracksLateStart() {
+    return make("two-tracks-late.mov",
+                toneSource(48000, 3) + QStringList{"-itsoffset", "1"} + silenceSource(48000, 2) +
+                    QStringList{"-map", "0", "-map", "1", "-c:a", "pcm_s16le"});
+}
+
+QString mp3WithCover() {
+    const QString cover = make("cover.png", pictureSource(1) + QStringList{"-frames:v", "1"});
+    return make("cover.mp3",
+                toneSource(44100, 3) + QStringList{"-i", cover, "-map", "0", "-map", "1", "-c:v",
+                                                   "png", "-disposition:v", "attached_pic"});
+}
+
+QString h264Mp4() {
+    return make("h264.mp4", pictureSource(1) + toneSource(48000, 1) + fastH264);
+}
+
+QString hevcMp4() {
+    return make("hevc.mp4", pictureSource(1) + toneSource(48000, 1) +
+                                QStringList{"-c:v", "libx265", "-preset", "ultrafast",
+                                            "-x265-params", "log-level=error", "-tag:v", "hvc1"});
+}
+
+QString proresMov() {
+    return make("prores.mov",
+                pictureSource(1) + toneSource(48000, 1) + QStringList{"-c:v", "prores_ks"});
+}
+
+QString h264Mov() {
+    return make("h264.mov", pictureSource(1) + toneSource(48000, 1) + fastH264);
+}
+
+QString rotatedMp4() {
+    // FFmpeg's "rotate" tag turns counter-clockwise by its value, so 270 is a clockwise quarter.
+    return make("rotated.mp4", {"-i", h264Mp4(), "-c", "copy", "-metadata:s:v:0", "rotate=270"});
+}
+
+QString pictureOutlastsSound() {
+    return make("picture-outlasts-sound.mp4", pictureSource(5) + toneSource(48000, 2) + fastH264);
+}
+
+QString adtsAac() {
+    return make("estimated.aac", toneSource(44100, 7, "lt(t\\,4)"));
+}
+
+QString headerlessMp3() {
+    return make("estimated.mp3",
+                toneSource(44100, 7, "lt(t\\,4)") + QStringList{"-write_xing", "0"});
+}
+
+Speech speechWithPauses() {
+    const QStringList sentences = {
+        QStringLiteral("The quick brown fox jumps over the lazy dog"),
+        QStringLiteral("Speech analysis finds the quiet between sentences"),
+        QStringLiteral("Then the recording goes on with another long sentence"),
+    };
+    const std::vector<double> gaps = {1.5, 1.0};
+    // espeak-ng leaves some quiet at both ends; trimmed, the pauses are exactly the gaps.
+    const QString trim =
+        QStringLiteral("silenceremove=start_periods=1:start_threshold=-50dB,areverse,"
+                       "silenceremove=start_periods=1:start_threshold=-50dB,areverse");
+    QStringList inputs;
+    std::vector<double> lengths;
+    for (int i = 0; i < sentences.size(); ++i) {
+        const QString raw =
+            Fixtures::makeSpeech(name(QStringLiteral("sentence-%1.wav").arg(i)), sentences[i]);
+        const QString trimmed =
+            make(QStringLiteral("sentence-%1-trimmed.wav").arg(i), {"-i", raw, "-af", trim});
+        lengths.push_back(Fixtures::probeDuration(trimmed));
+        inputs << "-i" << trimmed;
+    }
+    const QString graph = QStringLiteral("aevalsrc=0:s=22050:d=%1[g0];aevalsrc=0:s=22050:d=%2[g1];"
+                                         "[0][g0][1][g1][2]concat=n=5:v=0:a=1")
+                              .arg(gaps[0])
+                              .arg(gaps[1]);
+    Speech speech;
+    speech.file = make("speech.m4a", inputs + QStringList{"-filter_complex", graph, "-c:a", "aac"});
+    double at = 0.0;
+    for (std::size_t i = 0; i < gaps.size(); ++i) {
+        at += lengths[i];
+        speech.pauseStarts.push_back(at);
+        at += gaps[i];
+        speech.pauseEnds.push_back(at);
+    }
+    return speech;
+}
+
+QString longTone() {
+    return make("long-tone.wav", toneSource(16000, 600));
+}
+
+QString videoWithoutSound() {
+    return make("picture-only.mp4", pictureSource(1) + fastH264);
+}
+
+QString zeroDurationWav() {
+    return make("zero.wav", silenceSource(48000, 1) + QStringList{"-t", "0"});
+}
+
+QString emptyFile() {
+    return writeOnce("empty.mp3", {});
+}
+
+QString textNamedMp3() {
+    return writeOnce("text.mp3", "This is a note about the talk, not a recording.\n");
+}
+
+QString truncatedMp4() {
+    const QByteArray whole =
+        readAll(make("whole.mp4", pictureSource(2) + toneSource(48000, 2) + fastH264));
+    return writeOnce("truncated.mp4", whole.left(whole.size() / 2));
+}
+
+QString truncatedFaststartMp4() {
+    const QByteArray whole =
+        readAll(make("whole-faststart.mp4", pictureSource(2) + toneSource(48000, 2) + fastH264 +
+                                                QStringList{"-movflags", "+faststart"}));
+    return writeOnce("truncated-faststart.mp4", whole.left(whole.size() / 2));
+}
+
+QString soundTrackWithoutSamples() {
+    return make("no-samples.mkv", pictureSource(2) + silenceSource(48000, 2) +
+                                      QStringList{"-map", "0", "-map", "1", "-t", "2"} + fastH264 +
+                                      QStringList{"-c:a", "pcm_s16le", "-frames:a", "0"});
+}
+
+QString unknownSoundCodec() {
+    QByteArray movie =
+        readAll(make("pcm.mov", toneSource(48000, 2) + QStringList{"-c:a", "pcm_s16le"}));
+    // 'sowt' names little-endian 16-bit PCM in the sample description; no decoder knows 'qqzz'.
+    const qsizetype at = movie.indexOf("sowt");
+    if (at < 0)
+        throw std::runtime_error("no sample description in pcm.mov");
+    movie.replace(at, 4, "qqzz");
+    return writeOnce("unknown-codec.mov", movie);
+}
+
+QString hundredChannelWav() {
+    constexpr quint16 channels = 100;
+    constexpr quint32 rate = 16000;
+    constexpr quint32 frames = rate; // 1 s
+    const QByteArray samples(qsizetype(frames) * channels * 2, '\x10');
+    QByteArray wav;
+    auto put32 = [&](quint32 v) {
+        const quint32 le = qToLittleEndian(v);
+        wav.append(reinterpret_cast<const char*>(&le), 4);
+    };
+    auto put16 = [&](quint16 v) {
+        const quint16 le = qToLittleEndian(v);
+        wav.append(reinterpret_cast<const char*>(&le), 2);
+    };
+    wav.append("RIFF");
+    put32(quint32(36 + samples.size()));
+    wav.append("WAVEfmt ");
+    put32(16);
+    put16(1); // integer PCM
+    put16(channels);
+    put32(rate);
+    put32(rate * channels * 2);
+    put16(channels * 2);
+    put16(16);
+    wav.append("data");
+    put32(quint32(samples.size()));
+    wav.append(samples);
+    return writeOnce("hundred-channels.wav", wav);
+}
+
+} // namespace EngineFixtures
