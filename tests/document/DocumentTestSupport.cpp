@@ -41,24 +41,22 @@ extern "C" const char* __lsan_default_suppressions()
 
 namespace {
 
-// Preferences, statistics and the recent-files list of the test run go to folders of their
-// own, set before anything opens the preference store.
-class IsolatedUserFolders : public testing::Environment {
+// The recent-files list of the test run goes to a folder of its own (the preference store
+// has its sandbox already).
+class IsolatedDataFolder : public testing::Environment {
 public:
     void SetUp() override
     {
-        ASSERT_TRUE(m_config.isValid() && m_data.isValid());
-        qputenv("XDG_CONFIG_HOME", m_config.path().toLocal8Bit());
+        ASSERT_TRUE(m_data.isValid());
         qputenv("XDG_DATA_HOME", m_data.path().toLocal8Bit());
     }
 
 private:
-    QTemporaryDir m_config;
     QTemporaryDir m_data;
 };
 
-[[maybe_unused]] testing::Environment* const isolatedUserFolders =
-    testing::AddGlobalTestEnvironment(new IsolatedUserFolders);
+[[maybe_unused]] testing::Environment* const isolatedDataFolder =
+    testing::AddGlobalTestEnvironment(new IsolatedDataFolder);
 
 } // namespace
 
