@@ -2,6 +2,7 @@
 
 #include "Fixtures.h"
 #include "LaunchLocations.h"
+#include "PreferenceStore.h"
 #include "RecentDocuments.h"
 #include "TidleEngine.h"
 
@@ -93,6 +94,8 @@ TEST_F(AnalysisTest, LoadingAFileAnalysesItAndNotesItAsRecent)
     EXPECT_TRUE(m_model->disabledSilences().isEmpty());
     EXPECT_NE(m_model->engine(), nullptr);
     EXPECT_TRUE(m_model->errorMessage().isEmpty());
+    EXPECT_GT(m_model->analysisProgress(), 0.0);
+    EXPECT_LE(m_model->analysisProgress(), 1.0);
     EXPECT_EQ(m_analysesStarted, 1);
 
     ASSERT_TRUE(loadAndWait(speech));
@@ -212,6 +215,28 @@ TEST_F(AnalysisTest, ChangesAreStoredAfterAQuietMoment)
     EXPECT_FALSE(stored.skipPausesInPreview);
     EXPECT_EQ(stored.sensitivity, Sensitivity::delicate);
     EXPECT_EQ(stored.settings, (TidleSettings{-45.0, 1.0, 0.25, true}));
+}
+
+TEST_F(AnalysisTest, TheLoadedValuesAreWrittenBackOnceAfterStart)
+{
+    makeModel();
+    PreferenceStore().setValue("pref.sensitivity", "Standard");
+    PreferenceStore().setValue("pref.frameAccurate", "maybe");
+    runEventLoop(AppModel::saveDelayMs + 300);
+
+    const PreferenceStore store;
+    EXPECT_EQ(store.value("pref.sensitivity").toString(), "standard");
+    EXPECT_EQ(store.boolean("pref.frameAccurate"), std::optional<bool>(true));
+}
+
+TEST_F(AnalysisTest, WithoutAnAnalysisPlayStartsWhereThePlayerStands)
+{
+    makeModel();
+    m_model->seek(29.95);
+    m_model->togglePlayback();
+    EXPECT_EQ(m_player->seeks, std::vector<double>{29.95});
+    EXPECT_EQ(m_player->plays, 1);
+    EXPECT_EQ(m_model->playhead(), 29.95);
 }
 
 TEST_F(AnalysisTest, AnOlderResultIsDroppedForANewerRequest)

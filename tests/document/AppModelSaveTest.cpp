@@ -6,6 +6,7 @@
 #include "Localization.h"
 #include "Stats.h"
 #include "TidleEngine.h"
+#include "TidleError.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -138,6 +139,20 @@ TEST_F(SaveTest, TheInputIsNeverTheDestination)
     runEventLoop(300);
     EXPECT_EQ(digest(m_input), inputDigest);
     EXPECT_EQ(Stats::totalSecondsSaved(), totalBefore);
+    EXPECT_TRUE(m_announcements.empty());
+}
+
+TEST_F(SaveTest, TheInputWrittenAnotherWayIsRefusedByTheEngine)
+{
+    const QByteArray inputDigest = digest(m_input);
+    m_model->tidle(QUrl::fromLocalFile(m_folder.path() + "/./talk.wav"));
+    EXPECT_EQ(m_model->phase(), Phase::encoding);
+    ASSERT_TRUE(saveEnded());
+
+    EXPECT_EQ(m_model->phase(), Phase::failed);
+    EXPECT_EQ(m_model->errorMessage(),
+              TidleError::exportFailed(localized("diag.sameFile")).errorDescription());
+    EXPECT_EQ(digest(m_input), inputDigest);
     EXPECT_TRUE(m_announcements.empty());
 }
 
