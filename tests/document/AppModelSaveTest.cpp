@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QThread>
 #include <gtest/gtest.h>
 
 namespace {
@@ -101,6 +102,24 @@ TEST_F(SaveTest, ASavedFileIsCountedAndAnnounced)
     EXPECT_EQ(m_announcements[0].title, localized("notify.video.title"));
     EXPECT_EQ(m_announcements[0].body, localized("notify.video.body")
                                            .arg("talk (no pauses).m4a", formatTime(removed)));
+}
+
+TEST_F(SaveTest, ASaveThatOutlivesItsModelStillCounts)
+{
+    const QString output = m_folder.filePath("late.m4a");
+    const double removed = m_model->analysis()->removedSeconds();
+    const double totalBefore = Stats::totalSecondsSaved();
+    m_model->tidle(QUrl::fromLocalFile(output));
+    // The export ends on the worker while the GUI thread sleeps; its results wait in the
+    // event queue when the model goes.
+    QThread::msleep(5000);
+    m_model.reset();
+    runEventLoop(300);
+
+    EXPECT_TRUE(QFile::exists(output));
+    EXPECT_NEAR(Stats::totalSecondsSaved() - totalBefore, removed, 1e-9);
+    ASSERT_EQ(m_announcements.size(), 1u);
+    EXPECT_TRUE(m_announcements[0].body.startsWith("late.m4a"));
 }
 
 TEST_F(SaveTest, ChangingThePlanAfterSavingAllowsSavingAgain)
