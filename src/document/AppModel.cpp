@@ -20,15 +20,12 @@
 #include <cmath>
 
 AppModel::AppModel(QObject* parent)
-    : AppModel(std::make_unique<QtPreviewPlayer>(), parent)
-{
-}
+    : AppModel(std::make_unique<QtPreviewPlayer>(), parent) {}
 
 AppModel::AppModel(std::unique_ptr<PreviewPlayer> player, QObject* parent)
     : QObject(parent)
     , m_player(std::move(player))
-    , m_queue(std::make_unique<SerialQueue>(QStringLiteral("tidle")))
-{
+    , m_queue(std::make_unique<SerialQueue>(QStringLiteral("tidle"))) {
     // The stored values go in before anything listens, so loading them starts no analysis.
     loadPreferences();
     attachSettingsObserver();
@@ -40,8 +37,7 @@ AppModel::AppModel(std::unique_ptr<PreviewPlayer> player, QObject* parent)
     }
 }
 
-AppModel::~AppModel()
-{
+AppModel::~AppModel() {
     m_player->disconnect(this);
     // The queue waits for its running job; cancelled work ends at its next packet. Joining
     // here, while the whole model still exists, means no job posts to a dying object.
@@ -54,8 +50,7 @@ AppModel::~AppModel()
 
 // --- Preferences and observers ---
 
-void AppModel::loadPreferences()
-{
+void AppModel::loadPreferences() {
     EditorPreferences preferences{m_sensitivity, m_settings, m_skipPausesInPreview};
     Prefs::load(preferences);
     m_sensitivity = preferences.sensitivity;
@@ -63,29 +58,25 @@ void AppModel::loadPreferences()
     m_skipPausesInPreview = preferences.skipPausesInPreview;
 }
 
-void AppModel::savePreferences() const
-{
+void AppModel::savePreferences() const {
     Prefs::save(EditorPreferences{m_sensitivity, m_settings, m_skipPausesInPreview});
 }
 
-void AppModel::attachSettingsObserver()
-{
+void AppModel::attachSettingsObserver() {
     m_analyzeDebounce.setSingleShot(true);
     m_analyzeDebounce.setInterval(analyzeDelayMs);
     connect(&m_analyzeDebounce, &QTimer::timeout, this, &AppModel::analyze);
     connect(this, &AppModel::settingsChanged, this, &AppModel::onSettingsAssigned);
 }
 
-void AppModel::onSettingsAssigned()
-{
+void AppModel::onSettingsAssigned() {
     if (m_lastFilteredSettings == m_settings)
         return;
     m_lastFilteredSettings = m_settings;
     m_analyzeDebounce.start();
 }
 
-void AppModel::attachSaveObserver()
-{
+void AppModel::attachSaveObserver() {
     m_saveDebounce.setSingleShot(true);
     m_saveDebounce.setInterval(saveDelayMs);
     connect(&m_saveDebounce, &QTimer::timeout, this, &AppModel::savePreferences);
@@ -97,8 +88,7 @@ void AppModel::attachSaveObserver()
     m_saveDebounce.start();
 }
 
-void AppModel::attachPlayer()
-{
+void AppModel::attachPlayer() {
     // The play state reaches isPlaying one event-loop turn later, starting with the current one.
     connect(m_player.get(), &PreviewPlayer::playingChanged, this, &AppModel::assignIsPlaying,
             Qt::QueuedConnection);
@@ -110,28 +100,24 @@ void AppModel::attachPlayer()
 
 // --- Fields the views write ---
 
-void AppModel::setSettings(const TidleSettings& settings)
-{
+void AppModel::setSettings(const TidleSettings& settings) {
     m_settings = settings;
     emit settingsChanged();
 }
 
-void AppModel::setShowAdvanced(bool show)
-{
+void AppModel::setShowAdvanced(bool show) {
     m_showAdvanced = show;
     emit showAdvancedChanged();
 }
 
-void AppModel::setSkipPausesInPreview(bool skip)
-{
+void AppModel::setSkipPausesInPreview(bool skip) {
     m_skipPausesInPreview = skip;
     emit skipPausesInPreviewChanged();
 }
 
 // --- File and analysis ---
 
-void AppModel::load(const QUrl& url)
-{
+void AppModel::load(const QUrl& url) {
     if (m_phase == Phase::encoding)
         return;
     assignInputURL(url);
@@ -145,8 +131,7 @@ void AppModel::load(const QUrl& url)
     analyze();
 }
 
-void AppModel::analyze()
-{
+void AppModel::analyze() {
     if (m_inputURL.isEmpty() || m_phase == Phase::encoding)
         return;
     if (m_analyzingEngine)
@@ -185,13 +170,15 @@ void AppModel::analyze()
             if (error.kind() == TidleError::Kind::cancelled)
                 return;
             QMetaObject::invokeMethod(
-                this, [this, generation, message = userMessage(error)] {
+                this,
+                [this, generation, message = userMessage(error)] {
                     failAnalysis(generation, message);
                 },
                 Qt::QueuedConnection);
         } catch (const std::exception& error) {
             QMetaObject::invokeMethod(
-                this, [this, generation, message = userMessage(error)] {
+                this,
+                [this, generation, message = userMessage(error)] {
                     failAnalysis(generation, message);
                 },
                 Qt::QueuedConnection);
@@ -200,8 +187,7 @@ void AppModel::analyze()
 }
 
 void AppModel::installAnalysis(qint64 generation, const std::shared_ptr<TidleEngine>& engine,
-                               Analysis analysis)
-{
+                               Analysis analysis) {
     if (generation != m_analyzeGeneration)
         return;
     m_engine = engine;
@@ -211,8 +197,7 @@ void AppModel::installAnalysis(qint64 generation, const std::shared_ptr<TidleEng
     assignPhase(Phase::ready);
 }
 
-void AppModel::failAnalysis(qint64 generation, const QString& message)
-{
+void AppModel::failAnalysis(qint64 generation, const QString& message) {
     if (generation != m_analyzeGeneration)
         return;
     m_analyzingEngine.reset();
@@ -220,8 +205,7 @@ void AppModel::failAnalysis(qint64 generation, const QString& message)
     assignPhase(Phase::failed);
 }
 
-void AppModel::cancelAnalysis()
-{
+void AppModel::cancelAnalysis() {
     // A running save is stopped through its engine, never by this.
     if (m_phase == Phase::encoding)
         return;
@@ -236,8 +220,7 @@ void AppModel::cancelAnalysis()
         clear();
 }
 
-void AppModel::clear()
-{
+void AppModel::clear() {
     if (m_phase == Phase::encoding)
         return;
     if (m_analyzingEngine) {
@@ -255,8 +238,7 @@ void AppModel::clear()
     assignPlayhead(0.0);
 }
 
-void AppModel::setSensitivity(Sensitivity sensitivity)
-{
+void AppModel::setSensitivity(Sensitivity sensitivity) {
     m_sensitivity = sensitivity;
     emit sensitivityChanged();
     if (sensitivity == Sensitivity::custom) {
@@ -278,8 +260,7 @@ void AppModel::setSensitivity(Sensitivity sensitivity)
 
 // --- Given-back pauses ---
 
-void AppModel::toggleSilence(int index)
-{
+void AppModel::toggleSilence(int index) {
     if (!m_analysis || index < 0 || index >= static_cast<int>(m_analysis->silences.size()))
         return;
     if (m_phase != Phase::ready && m_phase != Phase::done)
@@ -291,16 +272,14 @@ void AppModel::toggleSilence(int index)
     rebuildKeeps();
 }
 
-void AppModel::resetSilenceOverrides()
-{
+void AppModel::resetSilenceOverrides() {
     if (m_disabledSilences.isEmpty())
         return;
     assignDisabledSilences({});
     rebuildKeeps();
 }
 
-void AppModel::rebuildKeeps()
-{
+void AppModel::rebuildKeeps() {
     if (!m_analysis)
         return;
     std::vector<Segment> removed;
@@ -320,8 +299,7 @@ void AppModel::rebuildKeeps()
 
 // --- Preview ---
 
-void AppModel::tick(double seconds)
-{
+void AppModel::tick(double seconds) {
     if (!std::isfinite(seconds))
         return;
     assignPlayhead(seconds);
@@ -344,8 +322,7 @@ void AppModel::tick(double seconds)
     m_player->seek(target);
 }
 
-void AppModel::togglePlayback()
-{
+void AppModel::togglePlayback() {
     if (m_isPlaying) {
         m_player->pause();
         return;
@@ -359,16 +336,14 @@ void AppModel::togglePlayback()
     m_player->play();
 }
 
-void AppModel::seek(double seconds)
-{
+void AppModel::seek(double seconds) {
     assignPlayhead(seconds);
     m_player->seek(seconds);
 }
 
 // --- Saving ---
 
-void AppModel::tidle(const QUrl& output)
-{
+void AppModel::tidle(const QUrl& output) {
     if (m_inputURL.isEmpty() || !m_analysis || !m_engine || m_phase != Phase::ready)
         return;
     // The plain comparison catches the common slip; the engine itself refuses the same file
@@ -433,79 +408,68 @@ void AppModel::tidle(const QUrl& output)
             QCoreApplication::instance(),
             [output, removed] {
                 Stats::add(removed);
-                const QString body = localized("notify.video.body")
-                                         .arg(QFileInfo(output.toLocalFile()).fileName(),
-                                              formatTime(removed));
+                const QString body =
+                    localized("notify.video.body")
+                        .arg(QFileInfo(output.toLocalFile()).fileName(), formatTime(removed));
                 Completion::notify(localized("notify.video.title"), body);
             },
             Qt::QueuedConnection);
     });
 }
 
-QString AppModel::defaultOutputName(const QUrl& input, const QString& ext)
-{
+QString AppModel::defaultOutputName(const QUrl& input, const QString& ext) {
     // The batch names its files the same way.
     return ::defaultOutputName(input, ext);
 }
 
 // --- Published fields: every assignment is announced ---
 
-void AppModel::assignPhase(Phase phase)
-{
+void AppModel::assignPhase(Phase phase) {
     m_phase = phase;
     emit phaseChanged();
 }
 
-void AppModel::assignInputURL(const QUrl& url)
-{
+void AppModel::assignInputURL(const QUrl& url) {
     m_inputURL = url;
     emit inputURLChanged();
 }
 
-void AppModel::assignAnalysis(std::optional<Analysis> analysis)
-{
+void AppModel::assignAnalysis(std::optional<Analysis> analysis) {
     m_analysis = std::move(analysis);
     emit analysisChanged();
 }
 
-void AppModel::assignProgress(double progress)
-{
+void AppModel::assignProgress(double progress) {
     m_progress = progress;
     emit progressChanged();
 }
 
-void AppModel::assignAnalysisProgress(double progress)
-{
+void AppModel::assignAnalysisProgress(double progress) {
     m_analysisProgress = progress;
     emit analysisProgressChanged();
 }
 
-void AppModel::assignOutputURL(const QUrl& url)
-{
+void AppModel::assignOutputURL(const QUrl& url) {
     m_outputURL = url;
     emit outputURLChanged();
 }
 
-void AppModel::assignErrorMessage(const QString& message)
-{
+void AppModel::assignErrorMessage(const QString& message) {
     m_errorMessage = message;
     emit errorMessageChanged();
 }
 
-void AppModel::assignDisabledSilences(const QSet<int>& indices)
-{
+void AppModel::assignDisabledSilences(const QSet<int>& indices) {
     m_disabledSilences = indices;
     emit disabledSilencesChanged();
 }
 
-void AppModel::assignPlayhead(double seconds)
-{
+void AppModel::assignPlayhead(double seconds) {
     m_playhead = seconds;
     emit playheadChanged();
 }
 
-void AppModel::assignIsPlaying(bool playing)
-{
+void AppModel::assignIsPlaying(bool playing) {
     m_isPlaying = playing;
     emit isPlayingChanged();
 }

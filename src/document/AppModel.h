@@ -34,13 +34,12 @@ class AppModel : public QObject {
     Q_PROPERTY(QUrl outputURL READ outputURL NOTIFY outputURLChanged)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
     Q_PROPERTY(TidleSettings settings READ settings WRITE setSettings NOTIFY settingsChanged)
-    Q_PROPERTY(Sensitivity sensitivity READ sensitivity WRITE setSensitivity NOTIFY
-                   sensitivityChanged)
-    Q_PROPERTY(bool showAdvanced READ showAdvanced WRITE setShowAdvanced NOTIFY
-                   showAdvancedChanged)
+    Q_PROPERTY(
+        Sensitivity sensitivity READ sensitivity WRITE setSensitivity NOTIFY sensitivityChanged)
+    Q_PROPERTY(bool showAdvanced READ showAdvanced WRITE setShowAdvanced NOTIFY showAdvancedChanged)
     Q_PROPERTY(QSet<int> disabledSilences READ disabledSilences NOTIFY disabledSilencesChanged)
-    Q_PROPERTY(bool skipPausesInPreview READ skipPausesInPreview WRITE setSkipPausesInPreview
-                   NOTIFY skipPausesInPreviewChanged)
+    Q_PROPERTY(bool skipPausesInPreview READ skipPausesInPreview WRITE setSkipPausesInPreview NOTIFY
+                   skipPausesInPreviewChanged)
     Q_PROPERTY(double playhead READ playhead NOTIFY playheadChanged)
     Q_PROPERTY(bool isPlaying READ isPlaying NOTIFY isPlayingChanged)
 

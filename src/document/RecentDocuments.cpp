@@ -13,14 +13,15 @@
 
 namespace {
 
-const QString bookmarkNamespace = QStringLiteral("http://www.freedesktop.org/standards/desktop-bookmarks");
-const QString mimeNamespace = QStringLiteral("http://www.freedesktop.org/standards/shared-mime-info");
+const QString bookmarkNamespace =
+    QStringLiteral("http://www.freedesktop.org/standards/desktop-bookmarks");
+const QString mimeNamespace =
+    QStringLiteral("http://www.freedesktop.org/standards/shared-mime-info");
 const QString metadataOwner = QStringLiteral("http://freedesktop.org");
 const QString applicationName = QStringLiteral("Hushpane");
 const QString applicationExec = QStringLiteral("hushpane %u");
 
-QDomDocument emptyList()
-{
+QDomDocument emptyList() {
     QDomDocument document;
     document.appendChild(
         document.createProcessingInstruction("xml", R"(version="1.0" encoding="UTF-8")"));
@@ -32,8 +33,7 @@ QDomDocument emptyList()
 
 // Reads the list as it is on disk: a missing or empty file is an empty list; anything that
 // is not an XBEL document gives no value.
-std::optional<QDomDocument> readList(const QString& path)
-{
+std::optional<QDomDocument> readList(const QString& path) {
     QFile file(path);
     if (!file.exists() || file.size() == 0)
         return emptyList();
@@ -49,9 +49,8 @@ std::optional<QDomDocument> readList(const QString& path)
     return document;
 }
 
-QDomElement firstChild(const QDomElement& parent, const QString& tag,
-                       const QString& attribute = {}, const QString& value = {})
-{
+QDomElement firstChild(const QDomElement& parent, const QString& tag, const QString& attribute = {},
+                       const QString& value = {}) {
     for (QDomElement child = parent.firstChildElement(tag); !child.isNull();
          child = child.nextSiblingElement(tag)) {
         if (attribute.isEmpty() || child.attribute(attribute) == value)
@@ -61,8 +60,7 @@ QDomElement firstChild(const QDomElement& parent, const QString& tag,
 }
 
 QDomElement childOrNew(QDomElement parent, const QString& tag, const QString& attribute = {},
-                       const QString& value = {})
-{
+                       const QString& value = {}) {
     QDomElement child = firstChild(parent, tag, attribute, value);
     if (child.isNull()) {
         child = parent.ownerDocument().createElement(tag);
@@ -73,8 +71,7 @@ QDomElement childOrNew(QDomElement parent, const QString& tag, const QString& at
     return child;
 }
 
-QDomElement findBookmark(const QDomElement& root, const QUrl& url)
-{
+QDomElement findBookmark(const QDomElement& root, const QUrl& url) {
     for (QDomElement bookmark = root.firstChildElement("bookmark"); !bookmark.isNull();
          bookmark = bookmark.nextSiblingElement("bookmark")) {
         // Writers differ in which characters they escape; compare the decoded locations.
@@ -84,8 +81,7 @@ QDomElement findBookmark(const QDomElement& root, const QUrl& url)
     return {};
 }
 
-void noteUse(QDomElement root, const QString& filePath, const QString& now)
-{
+void noteUse(QDomElement root, const QString& filePath, const QString& now) {
     const QUrl url = QUrl::fromLocalFile(QFileInfo(filePath).absoluteFilePath());
     QDomElement bookmark = findBookmark(root, url);
     if (bookmark.isNull()) {
@@ -121,14 +117,12 @@ void noteUse(QDomElement root, const QString& filePath, const QString& now)
 
 namespace RecentDocuments {
 
-QString listPath()
-{
+QString listPath() {
     return QDir(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation))
         .filePath("recently-used.xbel");
 }
 
-bool add(const QString& filePath)
-{
+bool add(const QString& filePath) {
     const QString path = listPath();
     std::optional<QDomDocument> document = readList(path);
     if (!document)

@@ -24,8 +24,7 @@ struct Announcement {
     QString body;
 };
 
-QByteArray digest(const QString& path)
-{
+QByteArray digest(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {};
@@ -37,8 +36,7 @@ QByteArray digest(const QString& path)
 // The spoken fixture, analysed and ready; notifications are collected instead of shown.
 class SaveTest : public ModelTest {
 protected:
-    void SetUp() override
-    {
+    void SetUp() override {
         ModelTest::SetUp();
         Completion::setDelivery([this](const QString& title, const QString& body) {
             m_announcements.push_back({title, body});
@@ -50,19 +48,16 @@ protected:
         ASSERT_TRUE(loadAndWait(m_input));
         ASSERT_EQ(m_model->phase(), Phase::ready) << m_model->errorMessage().toStdString();
     }
-    void TearDown() override
-    {
+    void TearDown() override {
         ModelTest::TearDown();
         Completion::setDelivery({});
     }
 
-    bool saveEnded()
-    {
+    bool saveEnded() {
         return waitUntil([this] { return m_model->phase() != Phase::encoding; });
     }
 
-    QStringList folderEntries() const
-    {
+    QStringList folderEntries() const {
         return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
@@ -71,8 +66,7 @@ protected:
     std::vector<Announcement> m_announcements;
 };
 
-TEST_F(SaveTest, ASavedFileIsCountedAndAnnounced)
-{
+TEST_F(SaveTest, ASavedFileIsCountedAndAnnounced) {
     const QString output = m_folder.filePath("talk (no pauses).m4a");
     const Analysis analysis = *m_model->analysis();
     const double totalBefore = Stats::totalSecondsSaved();
@@ -100,12 +94,11 @@ TEST_F(SaveTest, ASavedFileIsCountedAndAnnounced)
     EXPECT_NEAR(Stats::totalSecondsSaved() - totalBefore, removed, 1e-9);
     ASSERT_EQ(m_announcements.size(), 1u);
     EXPECT_EQ(m_announcements[0].title, localized("notify.video.title"));
-    EXPECT_EQ(m_announcements[0].body, localized("notify.video.body")
-                                           .arg("talk (no pauses).m4a", formatTime(removed)));
+    EXPECT_EQ(m_announcements[0].body,
+              localized("notify.video.body").arg("talk (no pauses).m4a", formatTime(removed)));
 }
 
-TEST_F(SaveTest, ASaveThatOutlivesItsModelStillCounts)
-{
+TEST_F(SaveTest, ASaveThatOutlivesItsModelStillCounts) {
     const QString output = m_folder.filePath("late.m4a");
     const double removed = m_model->analysis()->removedSeconds();
     const double totalBefore = Stats::totalSecondsSaved();
@@ -122,8 +115,7 @@ TEST_F(SaveTest, ASaveThatOutlivesItsModelStillCounts)
     EXPECT_TRUE(m_announcements[0].body.startsWith("late.m4a"));
 }
 
-TEST_F(SaveTest, ChangingThePlanAfterSavingAllowsSavingAgain)
-{
+TEST_F(SaveTest, ChangingThePlanAfterSavingAllowsSavingAgain) {
     const QString output = m_folder.filePath("first.m4a");
     m_model->tidle(QUrl::fromLocalFile(output));
     ASSERT_TRUE(saveEnded());
@@ -142,8 +134,7 @@ TEST_F(SaveTest, ChangingThePlanAfterSavingAllowsSavingAgain)
     EXPECT_FALSE(QFile::exists(m_folder.filePath("again.m4a")));
 }
 
-TEST_F(SaveTest, TheInputIsNeverTheDestination)
-{
+TEST_F(SaveTest, TheInputIsNeverTheDestination) {
     m_model->toggleSilence(1);
     const QByteArray inputDigest = digest(m_input);
     const Analysis analysis = *m_model->analysis();
@@ -161,8 +152,7 @@ TEST_F(SaveTest, TheInputIsNeverTheDestination)
     EXPECT_TRUE(m_announcements.empty());
 }
 
-TEST_F(SaveTest, TheInputWrittenAnotherWayIsRefusedByTheEngine)
-{
+TEST_F(SaveTest, TheInputWrittenAnotherWayIsRefusedByTheEngine) {
     const QByteArray inputDigest = digest(m_input);
     m_model->tidle(QUrl::fromLocalFile(m_folder.path() + "/./talk.wav"));
     EXPECT_EQ(m_model->phase(), Phase::encoding);
@@ -175,8 +165,7 @@ TEST_F(SaveTest, TheInputWrittenAnotherWayIsRefusedByTheEngine)
     EXPECT_TRUE(m_announcements.empty());
 }
 
-TEST_F(SaveTest, AnotherFileWaitsWhileSaving)
-{
+TEST_F(SaveTest, AnotherFileWaitsWhileSaving) {
     const QUrl other = QUrl::fromLocalFile(DocumentFixtures::shortSine());
     m_model->tidle(QUrl::fromLocalFile(m_folder.filePath("out.m4a")));
     m_model->load(other);
@@ -195,8 +184,7 @@ TEST_F(SaveTest, AnotherFileWaitsWhileSaving)
     EXPECT_EQ(m_announcements.size(), 1u);
 }
 
-TEST_F(SaveTest, SavingStartsOnlyWhenReady)
-{
+TEST_F(SaveTest, SavingStartsOnlyWhenReady) {
     const QString output = m_folder.filePath("out.m4a");
     // Analysing.
     m_model->analyze();
@@ -218,14 +206,13 @@ TEST_F(SaveTest, SavingStartsOnlyWhenReady)
     EXPECT_TRUE(m_announcements.empty());
 }
 
-TEST_F(SaveTest, ACancelledSaveReturnsToReadyAndLeavesNoFile)
-{
+TEST_F(SaveTest, ACancelledSaveReturnsToReadyAndLeavesNoFile) {
     // Long enough that the export is still running when its first progress report comes in.
-    const QString longInput = Fixtures::makeWithFfmpeg(
-        "document-long-video.mp4",
-        {"-f", "lavfi", "-i", "testsrc2=size=640x360:rate=30:duration=40", "-f", "lavfi", "-i",
-         "sine=frequency=300:duration=40", "-c:v", "libx264", "-preset", "ultrafast", "-c:a",
-         "aac", "-shortest"});
+    const QString longInput =
+        Fixtures::makeWithFfmpeg("document-long-video.mp4",
+                                 {"-f", "lavfi", "-i", "testsrc2=size=640x360:rate=30:duration=40",
+                                  "-f", "lavfi", "-i", "sine=frequency=300:duration=40", "-c:v",
+                                  "libx264", "-preset", "ultrafast", "-c:a", "aac", "-shortest"});
     ASSERT_TRUE(loadAndWait(longInput));
     ASSERT_EQ(m_model->phase(), Phase::ready) << m_model->errorMessage().toStdString();
     ASSERT_TRUE(m_model->settings().frameAccurate);
@@ -250,8 +237,7 @@ TEST_F(SaveTest, ACancelledSaveReturnsToReadyAndLeavesNoFile)
     EXPECT_TRUE(m_announcements.empty());
 }
 
-TEST_F(SaveTest, AFailedSaveShowsWhy)
-{
+TEST_F(SaveTest, AFailedSaveShowsWhy) {
     const QString output = m_folder.filePath("no such folder/out.m4a");
     m_model->tidle(QUrl::fromLocalFile(output));
     ASSERT_TRUE(saveEnded());
@@ -261,8 +247,7 @@ TEST_F(SaveTest, AFailedSaveShowsWhy)
     EXPECT_TRUE(m_announcements.empty());
 }
 
-TEST(DefaultOutputNameTest, PutsTheBaseNameIntoTheLocalizedPattern)
-{
+TEST(DefaultOutputNameTest, PutsTheBaseNameIntoTheLocalizedPattern) {
     const struct {
         const char* input;
         const char* ext;
