@@ -146,6 +146,12 @@ QString rotatedMp4() {
     return make("rotated.mp4", {"-i", h264Mp4(), "-c", "copy", "-metadata:s:v:0", "rotate=270"});
 }
 
+QString soundStartsLate() {
+    return make("sound-starts-late.mov", pictureSource(2) + QStringList{"-itsoffset", "0.5"} +
+                                             toneSource(48000, 1.5) + fastH264 +
+                                             QStringList{"-c:a", "pcm_s16le"});
+}
+
 QString pictureOutlastsSound() {
     return make("picture-outlasts-sound.mp4", pictureSource(5) + toneSource(48000, 2) + fastH264);
 }
