@@ -275,6 +275,8 @@ INSTANTIATE_TEST_SUITE_P(
                      [] { return localized("error.noAudio"); }},
         BadInputCase{"zeroDuration", zeroDurationWav, TidleError::Kind::unreadable,
                      [] { return localized("diag.zeroDuration"); }},
+        BadInputCase{"shorterThanTheShortestKeep", tinyTone, TidleError::Kind::allSilent,
+                     [] { return localized("error.allSilent"); }},
         BadInputCase{"unknownSoundCodec", unknownSoundCodec, TidleError::Kind::unreadable,
                      [] { return localized("diag.audioRead"); }},
         BadInputCase{"hundredChannels", hundredChannelWav, TidleError::Kind::unreadable,

@@ -214,6 +214,10 @@ QString zeroDurationWav() {
     return make("zero.wav", silenceSource(48000, 1) + QStringList{"-t", "0"});
 }
 
+QString tinyTone() {
+    return make("tiny-tone.wav", toneSource(48000, 0.03));
+}
+
 QString emptyFile() {
     return writeOnce("empty.mp3", {});
 }

@@ -57,6 +57,8 @@ QString longTone();
 // Bad input.
 QString videoWithoutSound();
 QString zeroDurationWav();
+// 0.03 s of tone: shorter than the shortest keep.
+QString tinyTone();
 QString emptyFile();
 QString textNamedMp3();
 // An MP4 cut in half, with its index at the end (lost) and at the front (kept).
