@@ -16,6 +16,8 @@ packages=(
   libcanberra-dev sound-theme-freedesktop
   # tests: unit framework, fixture makers, virtual display
   googletest libgtest-dev libgmock-dev ffmpeg espeak-ng xvfb xauth
+  # tests: a private session bus for the notification test
+  dbus-daemon
 )
 
 missing=()

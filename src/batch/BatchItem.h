@@ -35,6 +35,8 @@ struct BatchItem {
     QUuid id = QUuid::createUuid();
     QUrl url;
     Status status = Waiting{};
+
+    bool operator==(const BatchItem&) const = default;
 };
 
 // The lower-case extensions the batch and the window accept.

@@ -1,0 +1,268 @@
+#include "ExportFixtures.h"
+#include "ExportProbe.h"
+#include "Exporter.h"
+#include "Fixtures.h"
+#include "Localization.h"
+#include "MediaError.h"
+#include "TidleEngine.h"
+#include "TidleError.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+using ExportFixtures::analysis;
+
+const Analysis toneAnalysis =
+    analysis({{1.0, 2.5}, {4.0, 6.0}}, 8.0, false, OutputContainer::AppleM4A);
+
+TidleSettings settings(bool frameAccurate) {
+    TidleSettings result;
+    result.frameAccurate = frameAccurate;
+    return result;
+}
+
+QByteArray fileHash(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256);
+}
+
+void writeFile(const QString& path, const QByteArray& contents) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(contents);
+}
+
+// Runs `call`, which must throw a TidleError, and returns it.
+template <typename Call> TidleError engineError(Call call) {
+    try {
+        call();
+    } catch (const TidleError& error) {
+        return error;
+    }
+    ADD_FAILURE() << "no TidleError thrown";
+    return TidleError::exportFailed("none");
+}
+
+TEST(ExportSafety, replacesAFileAlreadyAtTheDestination) {
+    QTemporaryDir folder;
+    const QString output = folder.filePath("talk.m4a");
+    writeFile(output, "an older file that is not media");
+    TidleEngine engine;
+    engine.encode(ExportFixtures::tones(), output, toneAnalysis, settings(true), [](double) {});
+    EXPECT_EQ(Fixtures::decodeErrors(output), "");
+    EXPECT_NEAR(Fixtures::probeDuration(output), 3.5, 0.03);
+    EXPECT_EQ(ExportProbe::folderEntries(folder.path()), QStringList{"talk.m4a"});
+}
+
+TEST(ExportSafety, reportsRisingProgressEndingAtExactlyOne) {
+    QTemporaryDir folder;
+    std::vector<double> reports;
+    TidleEngine engine;
+    engine.encode(ExportFixtures::longVideo(), folder.filePath("out.mp4"),
+                  analysis({{1.0, 19.0}}, 20.0, true, OutputContainer::MPEG4), settings(true),
+                  [&](double fraction) { reports.push_back(fraction); });
+    ASSERT_GE(reports.size(), 2u) << "a re-encode of 18 s reports along the way";
+    EXPECT_EQ(reports.back(), 1.0);
+    for (std::size_t i = 0; i < reports.size(); ++i) {
+        EXPECT_GE(reports[i], 0.0);
+        EXPECT_LE(reports[i], 1.0);
+        if (i > 0) {
+            EXPECT_GE(reports[i], reports[i - 1]);
+        }
+        if (i + 1 < reports.size()) {
+            EXPECT_LT(reports[i], 1.0);
+        }
+    }
+}
+
+TEST(ExportSafety, cancelMidwayLeavesNoFileAndNoTemporaryFile) {
+    QTemporaryDir folder;
+    const QString output = folder.filePath("out.mp4");
+    writeFile(output, "replaced before the export starts");
+    TidleEngine engine;
+    int reports = 0;
+    const TidleError error = engineError([&] {
+        engine.encode(ExportFixtures::longVideo(), output,
+                      analysis({{0.0, 20.0}}, 20.0, true, OutputContainer::MPEG4), settings(true),
+                      [&](double) {
+                          ++reports;
+                          engine.cancel();
+                      });
+    });
+    EXPECT_EQ(error.kind(), TidleError::Kind::cancelled);
+    EXPECT_EQ(reports, 1);
+    EXPECT_TRUE(ExportProbe::folderEntries(folder.path()).isEmpty());
+}
+
+// A cancel already set when the packets start flowing, in each strategy: the temporary
+// file exists by then and must go.
+class CancelledStrategy : public testing::TestWithParam<int> {};
+
+TEST_P(CancelledStrategy, leavesNothingBehind) {
+    QTemporaryDir folder;
+    Exporter::Request request;
+    request.destination = folder.filePath("out");
+    request.keeps = {{0.5, 1.5}};
+    switch (GetParam()) {
+    case 0:
+        request.input = ExportFixtures::tones();
+        request.container = OutputContainer::AppleM4A;
+        break;
+    case 1:
+        request.input = ExportFixtures::flash();
+        request.frameAccurate = true;
+        break;
+    default:
+        request.input = ExportFixtures::flash();
+        request.frameAccurate = false;
+        break;
+    }
+    const std::atomic<bool> cancel{true};
+    const TidleError error = engineError([&] { Exporter::run(request, cancel, [](double) {}); });
+    EXPECT_EQ(error.kind(), TidleError::Kind::cancelled);
+    EXPECT_TRUE(ExportProbe::folderEntries(folder.path()).isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, CancelledStrategy, testing::Values(0, 1, 2), [](const auto& info) {
+    return std::string(info.param == 0   ? "audioOnly"
+                       : info.param == 1 ? "reencode"
+                                         : "passThrough");
+});
+
+TEST(ExportSafety, aFailingWriterLeavesNoFileBehind) {
+    // ProRes cannot go into an .mp4: the container refuses it once the file is open.
+    QTemporaryDir folder;
+    const QString output = folder.filePath("out.mp4");
+    writeFile(output, "old");
+    TidleEngine engine;
+    const TidleError error = engineError([&] {
+        engine.encode(ExportFixtures::proresMovie(), output,
+                      analysis({{0.5, 1.5}}, 2.0, true, OutputContainer::MPEG4), settings(false),
+                      [](double) {});
+    });
+    EXPECT_EQ(error.kind(), TidleError::Kind::exportFailed);
+    EXPECT_TRUE(error.payload().startsWith("writing the file header: "))
+        << error.payload().toStdString();
+    EXPECT_TRUE(ExportProbe::folderEntries(folder.path()).isEmpty());
+}
+
+struct DestinationCase {
+    const char* name;
+    const char* destination; // inside a fresh folder that holds a folder "sub" and a file "file"
+    const char* payload;
+};
+
+void PrintTo(const DestinationCase& c, std::ostream* out) {
+    *out << c.name;
+}
+
+class UnusableDestination : public testing::TestWithParam<DestinationCase> {};
+
+TEST_P(UnusableDestination, failsClearlyAndWritesNothing) {
+    QTemporaryDir folder;
+    ASSERT_TRUE(QDir(folder.path()).mkdir("sub"));
+    writeFile(folder.filePath("file"), "x");
+    const QString destination = folder.filePath(GetParam().destination);
+    TidleEngine engine;
+    const TidleError error = engineError([&] {
+        engine.encode(ExportFixtures::tones(), destination, toneAnalysis, settings(true),
+                      [](double) {});
+    });
+    EXPECT_EQ(error.kind(), TidleError::Kind::exportFailed);
+    EXPECT_EQ(error.payload(), GetParam().payload);
+    EXPECT_EQ(ExportProbe::folderEntries(folder.path()), (QStringList{"file"}));
+    EXPECT_TRUE(QDir(folder.path())
+                    .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)
+                    .contains("sub"));
+    EXPECT_TRUE(ExportProbe::folderEntries(folder.filePath("sub")).isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, UnusableDestination,
+    testing::Values(DestinationCase{"isAFolder", "sub", "choosing the destination: Is a directory"},
+                    DestinationCase{"folderMissing", "missing/out.m4a",
+                                    "creating the new file: No such file or directory"},
+                    DestinationCase{"folderIsAFile", "file/out.m4a",
+                                    "creating the new file: Not a directory"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST(ExportSafety, readOnlyFolderFailsWithoutTouchingTheInput) {
+    QTemporaryDir folder;
+    const QString input = folder.filePath("talk.m4a");
+    ASSERT_TRUE(QFile::copy(ExportFixtures::tones(), input));
+    const QByteArray before = fileHash(input);
+    // Files under /proc cannot be created, even by root, for whom permissions don't count.
+    TidleEngine engine;
+    const TidleError error = engineError([&] {
+        engine.encode(input, "/proc/hushpane-out.m4a", toneAnalysis, settings(true), [](double) {});
+    });
+    EXPECT_EQ(error.kind(), TidleError::Kind::exportFailed);
+    EXPECT_TRUE(error.payload().startsWith("creating the new file: "))
+        << error.payload().toStdString();
+    EXPECT_EQ(fileHash(input), before);
+    EXPECT_EQ(ExportProbe::folderEntries(folder.path()), QStringList{"talk.m4a"});
+}
+
+class OutputIsInput : public testing::TestWithParam<const char*> {};
+
+TEST_P(OutputIsInput, isRefusedAndLeavesTheInputAsItWas) {
+    QTemporaryDir folder;
+    ASSERT_TRUE(QDir(folder.path()).mkdir("dir"));
+    const QString input = folder.filePath("dir/talk.m4a");
+    ASSERT_TRUE(QFile::copy(ExportFixtures::tones(), input));
+    ASSERT_TRUE(QFile::link(input, folder.filePath("link.m4a")));
+    const QByteArray before = fileHash(input);
+    const QString output = QString(GetParam()).replace("FOLDER", folder.path());
+
+    TidleEngine engine;
+    const TidleError error = engineError(
+        [&] { engine.encode(input, output, toneAnalysis, settings(true), [](double) {}); });
+    EXPECT_EQ(error.kind(), TidleError::Kind::exportFailed);
+    EXPECT_EQ(error.payload(), localized("diag.sameFile"));
+    EXPECT_EQ(fileHash(input), before);
+    EXPECT_EQ(ExportProbe::folderEntries(folder.filePath("dir")), QStringList{"talk.m4a"});
+}
+
+INSTANTIATE_TEST_SUITE_P(WrittenAnyWay, OutputIsInput,
+                         testing::Values("FOLDER/dir/talk.m4a", "FOLDER/dir/./talk.m4a",
+                                         "FOLDER/dir/../dir/talk.m4a", "FOLDER/link.m4a"));
+
+TEST(ExportSafety, aVideoWithoutSoundIsRefused) {
+    QTemporaryDir folder;
+    TidleEngine engine;
+    const TidleError error = engineError([&] {
+        engine.encode(ExportFixtures::silentVideo(), folder.filePath("out.mp4"),
+                      analysis({{0.5, 1.5}}, 2.0, true, OutputContainer::MPEG4), settings(true),
+                      [](double) {});
+    });
+    EXPECT_EQ(error.kind(), TidleError::Kind::noAudioTrack);
+    EXPECT_TRUE(ExportProbe::folderEntries(folder.path()).isEmpty());
+}
+
+TEST(ExportSafety, aMissingInputIsTheMediaLibrarysOwnError) {
+    QTemporaryDir folder;
+    TidleEngine engine;
+    EXPECT_THROW(engine.encode(folder.filePath("missing.m4a"), folder.filePath("out.m4a"),
+                               toneAnalysis, settings(true), [](double) {}),
+                 MediaError);
+    EXPECT_TRUE(ExportProbe::folderEntries(folder.path()).isEmpty());
+}
+
+TEST(ExportSafety, theEngineCanExportAgainAfterACancel) {
+    QTemporaryDir folder;
+    TidleEngine engine;
+    engine.cancel();
+    // encode clears an earlier cancel.
+    engine.encode(ExportFixtures::tones(), folder.filePath("out.m4a"), toneAnalysis, settings(true),
+                  [](double) {});
+    EXPECT_EQ(Fixtures::decodeErrors(folder.filePath("out.m4a")), "");
+}
+
+} // namespace

@@ -1,0 +1,140 @@
+#include "Completion.h"
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QVariantMap>
+#include <gtest/gtest.h>
+
+namespace {
+
+// Stands in for the desktop's notification daemon on a private bus.
+class FakeNotificationService : public QObject {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+public:
+    struct Call {
+        QString appName;
+        uint replacesId;
+        QString summary;
+        QString body;
+        QVariantMap hints;
+    };
+    QList<Call> calls;
+    int serverInformationRequests = 0;
+
+public slots:
+    uint Notify(const QString& appName, uint replacesId, const QString& /*icon*/,
+                const QString& summary, const QString& body, const QStringList& /*actions*/,
+                const QVariantMap& hints, int /*timeout*/)
+    {
+        calls.append({appName, replacesId, summary, body, hints});
+        emit received();
+        return uint(calls.size());
+    }
+    QString GetServerInformation(QString& vendor, QString& version, QString& specVersion)
+    {
+        ++serverInformationRequests;
+        vendor = "test";
+        version = "1";
+        specVersion = "1.2";
+        emit received();
+        return QStringLiteral("fake");
+    }
+
+signals:
+    void received();
+};
+
+// A session bus of our own, so the test neither needs nor disturbs the user's.
+class PrivateBus {
+public:
+    PrivateBus()
+    {
+        m_daemon.start("dbus-daemon", {"--session", "--nofork", "--print-address=1"});
+        if (m_daemon.waitForStarted(10000) && m_daemon.waitForReadyRead(10000))
+            m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
+    }
+    ~PrivateBus()
+    {
+        m_daemon.kill();
+        m_daemon.waitForFinished(5000);
+    }
+    const QString& address() const { return m_address; }
+
+private:
+    QProcess m_daemon;
+    QString m_address;
+};
+
+bool waitFor(QSignalSpy& spy, int count)
+{
+    while (spy.count() < count) {
+        if (!spy.wait(10000))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+TEST(Completion, withoutASessionBusNotifyReturnsAndDoesNothingElse)
+{
+    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+    QElapsedTimer clock;
+    clock.start();
+    Completion::requestPermission();
+    Completion::notify("Batch finished", "3 files written");
+    Completion::notify("Batch finished", "1 file written");
+    // A guard against a hang only, far above what the calls take.
+    EXPECT_LT(clock.elapsed(), 2000);
+}
+
+TEST(Completion, eachNotificationIsANewSilentBannerFromHushpane)
+{
+    PrivateBus bus;
+    ASSERT_FALSE(bus.address().isEmpty()) << "dbus-daemon did not start";
+    FakeNotificationService service;
+    QDBusConnection serviceSide =
+        QDBusConnection::connectToBus(bus.address(), "notification-daemon");
+    ASSERT_TRUE(serviceSide.isConnected());
+    ASSERT_TRUE(serviceSide.registerObject("/org/freedesktop/Notifications", &service,
+                                           QDBusConnection::ExportAllSlots));
+    ASSERT_TRUE(serviceSide.registerService("org.freedesktop.Notifications"));
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
+
+    QSignalSpy received(&service, &FakeNotificationService::received);
+    Completion::requestPermission();
+    Completion::notify("Batch finished", "3 files written without their pauses.");
+    Completion::notify("Pauses removed", "talk.m4a is ready, 0:42 shorter.");
+    ASSERT_TRUE(waitFor(received, 3));
+
+    EXPECT_EQ(service.serverInformationRequests, 1);
+    ASSERT_EQ(service.calls.size(), 2);
+    EXPECT_EQ(service.calls[0].summary, "Batch finished");
+    EXPECT_EQ(service.calls[0].body, "3 files written without their pauses.");
+    EXPECT_EQ(service.calls[1].summary, "Pauses removed");
+    EXPECT_EQ(service.calls[1].body, "talk.m4a is ready, 0:42 shorter.");
+    for (const auto& call : service.calls) {
+        EXPECT_EQ(call.appName, "Hushpane");
+        EXPECT_EQ(call.replacesId, 0u);
+        EXPECT_TRUE(call.hints.value("suppress-sound").toBool());
+    }
+    serviceSide.unregisterService("org.freedesktop.Notifications");
+    QDBusConnection::disconnectFromBus("notification-daemon");
+    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+}
+
+TEST(Completion, aReplacedDeliveryReceivesTheTextsInsteadOfTheDesktop)
+{
+    QStringList seen;
+    Completion::setDelivery(
+        [&](const QString& title, const QString& body) { seen << title + " / " + body; });
+    Completion::notify("Batch finished", "2 files written");
+    Completion::setDelivery({});
+    EXPECT_EQ(seen, QStringList{"Batch finished / 2 files written"});
+}
+
+#include "CompletionTest.moc"
