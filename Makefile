@@ -23,5 +23,9 @@ test: deps
 	cmake --build $(DEBUG_DIR) -j $(JOBS)
 	cd $(DEBUG_DIR) && ctest --output-on-failure -j $(JOBS)
 
+# Release benchmarks against the ffmpeg command line (fixtures made on first use).
+bench: deps
+	bash bench/analysis.sh
+
 clean:
 	rm -rf build

@@ -162,6 +162,16 @@ TEST(Analyze, durationIsTheContainersWhenPictureOutlastsSound) {
     EXPECT_EQ(analysis.keeps.back().end, analysis.duration);
 }
 
+// Levels sit on the file's timeline: sound that starts at 0.5 s leaves ten silent windows.
+TEST(Analyze, levelsLineUpWithTheFilesTimeline) {
+    const Analysis analysis = analyze(soundStartsLate());
+    ASSERT_GE(analysis.levels.size(), 39u);
+    for (std::size_t i = 0; i < 10; ++i)
+        EXPECT_EQ(analysis.levels[i], 0.0f) << "level " << i;
+    for (std::size_t i = 11; i < 39; ++i)
+        EXPECT_NEAR(analysis.levels[i], toneLevel, 0.005) << "level " << i;
+}
+
 struct EstimatedCase {
     const char* name;
     QString (*fixture)();
@@ -265,6 +275,8 @@ INSTANTIATE_TEST_SUITE_P(
                      [] { return localized("error.noAudio"); }},
         BadInputCase{"zeroDuration", zeroDurationWav, TidleError::Kind::unreadable,
                      [] { return localized("diag.zeroDuration"); }},
+        BadInputCase{"shorterThanTheShortestKeep", tinyTone, TidleError::Kind::allSilent,
+                     [] { return localized("error.allSilent"); }},
         BadInputCase{"unknownSoundCodec", unknownSoundCodec, TidleError::Kind::unreadable,
                      [] { return localized("diag.audioRead"); }},
         BadInputCase{"hundredChannels", hundredChannelWav, TidleError::Kind::unreadable,

@@ -146,6 +146,12 @@ QString rotatedMp4() {
     return make("rotated.mp4", {"-i", h264Mp4(), "-c", "copy", "-metadata:s:v:0", "rotate=270"});
 }
 
+QString soundStartsLate() {
+    return make("sound-starts-late.mov", pictureSource(2) + QStringList{"-itsoffset", "0.5"} +
+                                             toneSource(48000, 1.5) + fastH264 +
+                                             QStringList{"-c:a", "pcm_s16le"});
+}
+
 QString pictureOutlastsSound() {
     return make("picture-outlasts-sound.mp4", pictureSource(5) + toneSource(48000, 2) + fastH264);
 }
@@ -206,6 +212,10 @@ QString videoWithoutSound() {
 
 QString zeroDurationWav() {
     return make("zero.wav", silenceSource(48000, 1) + QStringList{"-t", "0"});
+}
+
+QString tinyTone() {
+    return make("tiny-tone.wav", toneSource(48000, 0.03));
 }
 
 QString emptyFile() {

@@ -10,8 +10,7 @@ namespace {
 constexpr float loud = 0.5f;
 constexpr float quiet = 0.001f;
 
-std::vector<float> series(std::initializer_list<std::pair<float, int>> runs)
-{
+std::vector<float> series(std::initializer_list<std::pair<float, int>> runs) {
     std::vector<float> levels;
     for (auto [level, count] : runs)
         levels.insert(levels.end(), count, level);
@@ -27,15 +26,13 @@ struct SilenceCase {
     std::vector<Segment> expected;
 };
 
-void PrintTo(const SilenceCase& c, std::ostream* out)
-{
+void PrintTo(const SilenceCase& c, std::ostream* out) {
     *out << c.name;
 }
 
 class FindSilences : public testing::TestWithParam<SilenceCase> {};
 
-TEST_P(FindSilences, findsQuietRunsOfAtLeastMinPause)
-{
+TEST_P(FindSilences, findsQuietRunsOfAtLeastMinPause) {
     const SilenceCase& c = GetParam();
     const auto found = findSilences(c.levels, c.window, -35.0, c.minPause, c.duration);
     ASSERT_EQ(found.size(), c.expected.size());
@@ -52,36 +49,63 @@ const float nan = std::numeric_limits<float>::quiet_NaN();
 INSTANTIATE_TEST_SUITE_P(
     Table, FindSilences,
     testing::Values(
-        SilenceCase{"middleRun", series({{loud, 3}, {quiet, 4}, {loud, 3}}), 0.1, 0.2, 1.0,
-                    {{0.3, 0.7}}},
-        SilenceCase{"runShorterThanMinPause", series({{loud, 3}, {quiet, 4}, {loud, 3}}), 0.1, 0.5,
-                    1.0, {}},
-        SilenceCase{"runExactlyMinPauseCounts", series({{loud, 3}, {quiet, 4}, {loud, 3}}), 0.5,
-                    2.0, 5.0, {{1.5, 3.5}}},
-        SilenceCase{"singleQuietWindowTooShort", series({{loud, 3}, {quiet, 1}, {loud, 3}}), 0.1,
-                    0.2, 0.7, {}},
-        SilenceCase{"trailingRunEndsAtDuration", series({{loud, 2}, {quiet, 3}}), 0.1, 0.2, 0.47,
+        SilenceCase{
+            "middleRun", series({{loud, 3}, {quiet, 4}, {loud, 3}}), 0.1, 0.2, 1.0, {{0.3, 0.7}}},
+        SilenceCase{"runShorterThanMinPause",
+                    series({{loud, 3}, {quiet, 4}, {loud, 3}}),
+                    0.1,
+                    0.5,
+                    1.0,
+                    {}},
+        SilenceCase{"runExactlyMinPauseCounts",
+                    series({{loud, 3}, {quiet, 4}, {loud, 3}}),
+                    0.5,
+                    2.0,
+                    5.0,
+                    {{1.5, 3.5}}},
+        SilenceCase{"singleQuietWindowTooShort",
+                    series({{loud, 3}, {quiet, 1}, {loud, 3}}),
+                    0.1,
+                    0.2,
+                    0.7,
+                    {}},
+        SilenceCase{"trailingRunEndsAtDuration",
+                    series({{loud, 2}, {quiet, 3}}),
+                    0.1,
+                    0.2,
+                    0.47,
                     {{0.2, 0.47}}},
-        SilenceCase{"trailingRunTooShortForDuration", series({{loud, 2}, {quiet, 3}}), 0.1, 0.3,
-                    0.45, {}},
+        SilenceCase{
+            "trailingRunTooShortForDuration", series({{loud, 2}, {quiet, 3}}), 0.1, 0.3, 0.45, {}},
         SilenceCase{"wholeSeriesQuiet", series({{quiet, 10}}), 0.1, 0.5, 1.0, {{0.0, 1.0}}},
         SilenceCase{"levelEqualToThresholdIsLoud",
-                    series({{loud, 2}, {quiet, 2}, {threshold, 1}, {quiet, 2}, {loud, 2}}), 0.1,
-                    0.3, 0.9, {}},
+                    series({{loud, 2}, {quiet, 2}, {threshold, 1}, {quiet, 2}, {loud, 2}}),
+                    0.1,
+                    0.3,
+                    0.9,
+                    {}},
         SilenceCase{"levelJustBelowThresholdIsQuiet",
                     series({{loud, 2}, {quiet, 2}, {belowThreshold, 1}, {quiet, 2}, {loud, 2}}),
-                    0.1, 0.3, 0.9, {{0.2, 0.7}}},
+                    0.1,
+                    0.3,
+                    0.9,
+                    {{0.2, 0.7}}},
         SilenceCase{"notANumberIsLoud",
-                    series({{loud, 1}, {quiet, 3}, {nan, 1}, {quiet, 3}, {loud, 1}}), 0.1, 0.3,
-                    0.9, {{0.1, 0.4}, {0.5, 0.8}}},
+                    series({{loud, 1}, {quiet, 3}, {nan, 1}, {quiet, 3}, {loud, 1}}),
+                    0.1,
+                    0.3,
+                    0.9,
+                    {{0.1, 0.4}, {0.5, 0.8}}},
         SilenceCase{"emptySeries", {}, 0.05, 0.6, 10.0, {}},
         SilenceCase{"twoPausesSeparatedByOneLoudWindow",
-                    series({{quiet, 4}, {loud, 1}, {quiet, 4}, {loud, 1}}), 0.1, 0.3, 1.0,
+                    series({{quiet, 4}, {loud, 1}, {quiet, 4}, {loud, 1}}),
+                    0.1,
+                    0.3,
+                    1.0,
                     {{0.0, 0.4}, {0.5, 0.9}}}),
     [](const testing::TestParamInfo<SilenceCase>& info) { return std::string(info.param.name); });
 
-TEST(FindSilencesTimes, areIndexTimesWindowWithoutDrift)
-{
+TEST(FindSilencesTimes, areIndexTimesWindowWithoutDrift) {
     // An hour of levels: adding 0.05 step by step would drift away from index × window.
     const std::size_t n = 72000;
     std::vector<float> levels(n, loud);
@@ -93,8 +117,7 @@ TEST(FindSilencesTimes, areIndexTimesWindowWithoutDrift)
     EXPECT_EQ(found[0].end, static_cast<double>(end) * 0.05);
 }
 
-TEST(QuietThreshold, isComputedInDoubleThenNarrowed)
-{
+TEST(QuietThreshold, isComputedInDoubleThenNarrowed) {
     EXPECT_EQ(quietThreshold(-35.0), static_cast<float>(std::pow(10.0, -35.0 / 20.0)));
     EXPECT_NEAR(quietThreshold(-35.0), 0.0177828, 1e-7);
 }
@@ -108,15 +131,13 @@ struct KeepCase {
     double minKeep = 0.05;
 };
 
-void PrintTo(const KeepCase& c, std::ostream* out)
-{
+void PrintTo(const KeepCase& c, std::ostream* out) {
     *out << c.name;
 }
 
 class KeepSegments : public testing::TestWithParam<KeepCase> {};
 
-TEST_P(KeepSegments, keepTheComplementOfThePaddedCuts)
-{
+TEST_P(KeepSegments, keepTheComplementOfThePaddedCuts) {
     const KeepCase& c = GetParam();
     const auto keeps = TidleEngine::keepSegments(c.silences, c.duration, c.padding, c.minKeep);
     ASSERT_EQ(keeps.size(), c.expected.size());
@@ -138,16 +159,19 @@ INSTANTIATE_TEST_SUITE_P(
         KeepCase{"pauseBeyondDurationEndsAtDuration", {{8, 12}}, 10, 0, {{0, 8}}},
         KeepCase{"shortScrapBetweenPausesIsRemoved", {{1, 2}, {2.03, 3}}, 10, 0, {{0, 1}, {3, 10}}},
         // Binary-exact lengths, so "exactly minKeep" is exact.
-        KeepCase{"scrapOfExactlyMinKeepIsKept", {{1, 2}, {2.25, 3}}, 10, 0,
-                 {{0, 1}, {2, 2.25}, {3, 10}}, 0.25},
+        KeepCase{"scrapOfExactlyMinKeepIsKept",
+                 {{1, 2}, {2.25, 3}},
+                 10,
+                 0,
+                 {{0, 1}, {2, 2.25}, {3, 10}},
+                 0.25},
         KeepCase{"tailOfExactlyMinKeepIsKept", {{1, 9.75}}, 10, 0, {{0, 1}, {9.75, 10}}, 0.25},
         KeepCase{"headOfExactlyMinKeepIsKept", {{0, 4}}, 10, 0.25, {{0, 0.25}, {3.75, 10}}, 0.25},
         KeepCase{"cursorNeverMovesBack", {{1, 5}, {2, 3}}, 10, 0, {{0, 1}, {5, 10}}},
         KeepCase{"emptyFileKeepsNothing", {}, 0.04, 0.15, {}}),
     [](const testing::TestParamInfo<KeepCase>& info) { return std::string(info.param.name); });
 
-TEST(KeepSegmentsReplanning, givingBackAPauseRestoresItsSpan)
-{
+TEST(KeepSegmentsReplanning, givingBackAPauseRestoresItsSpan) {
     auto removed = [](const std::vector<Segment>& keeps) {
         double kept = 0;
         for (const Segment& k : keeps)

@@ -79,6 +79,10 @@ void AudioMixReader::emitUpTo(int64_t end, const Consumer& consumer) {
 }
 
 void AudioMixReader::mixChunk(int count) {
+    if (m_tracks.size() == 1) {
+        copyOnlyTrack(count);
+        return;
+    }
     m_mix.assign(std::size_t(count), 0.0f);
     m_playing.assign(std::size_t(count), 0);
     const int64_t chunkEnd = m_emitted + count;
@@ -102,4 +106,17 @@ void AudioMixReader::mixChunk(int count) {
         if (playing > 1)
             m_mix[std::size_t(i)] /= float(playing);
     }
+}
+
+// The common case needs no sums: the samples go straight out, silence where there are none.
+void AudioMixReader::copyOnlyTrack(int count) {
+    AudioTrackDecoder& track = *m_tracks.front();
+    track.dropBefore(m_emitted);
+    const int from = int(std::clamp<int64_t>(track.bufferStart() - m_emitted, 0, count));
+    const int to = int(std::clamp<int64_t>(track.bufferEnd() - m_emitted, from, count));
+    m_mix.resize(std::size_t(count));
+    std::fill(m_mix.begin(), m_mix.begin() + from, 0.0f);
+    if (to > from)
+        track.take(m_mix.data() + from, to - from);
+    std::fill(m_mix.begin() + to, m_mix.end(), 0.0f);
 }
