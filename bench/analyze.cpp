@@ -9,7 +9,8 @@
 #include <cstdio>
 #include <exception>
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv)
+{
     QCoreApplication app(argc, argv);
     installStringTables();
     if (argc != 2) {

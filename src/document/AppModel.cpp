@@ -20,12 +20,15 @@
 #include <cmath>
 
 AppModel::AppModel(QObject* parent)
-    : AppModel(std::make_unique<QtPreviewPlayer>(), parent) {}
+    : AppModel(std::make_unique<QtPreviewPlayer>(), parent)
+{
+}
 
 AppModel::AppModel(std::unique_ptr<PreviewPlayer> player, QObject* parent)
     : QObject(parent)
     , m_player(std::move(player))
-    , m_queue(std::make_unique<SerialQueue>(QStringLiteral("tidle"))) {
+    , m_queue(std::make_unique<SerialQueue>(QStringLiteral("tidle")))
+{
     // The stored values go in before anything listens, so loading them starts no analysis.
     loadPreferences();
     attachSettingsObserver();
@@ -37,7 +40,8 @@ AppModel::AppModel(std::unique_ptr<PreviewPlayer> player, QObject* parent)
     }
 }
 
-AppModel::~AppModel() {
+AppModel::~AppModel()
+{
     m_player->disconnect(this);
     // The queue waits for its running job; cancelled work ends at its next packet. Joining
     // here, while the whole model still exists, means no job posts to a dying object.
@@ -50,7 +54,8 @@ AppModel::~AppModel() {
 
 // --- Preferences and observers ---
 
-void AppModel::loadPreferences() {
+void AppModel::loadPreferences()
+{
     EditorPreferences preferences{m_sensitivity, m_settings, m_skipPausesInPreview};
     Prefs::load(preferences);
     m_sensitivity = preferences.sensitivity;
@@ -58,25 +63,29 @@ void AppModel::loadPreferences() {
     m_skipPausesInPreview = preferences.skipPausesInPreview;
 }
 
-void AppModel::savePreferences() const {
+void AppModel::savePreferences() const
+{
     Prefs::save(EditorPreferences{m_sensitivity, m_settings, m_skipPausesInPreview});
 }
 
-void AppModel::attachSettingsObserver() {
+void AppModel::attachSettingsObserver()
+{
     m_analyzeDebounce.setSingleShot(true);
     m_analyzeDebounce.setInterval(analyzeDelayMs);
     connect(&m_analyzeDebounce, &QTimer::timeout, this, &AppModel::analyze);
     connect(this, &AppModel::settingsChanged, this, &AppModel::onSettingsAssigned);
 }
 
-void AppModel::onSettingsAssigned() {
+void AppModel::onSettingsAssigned()
+{
     if (m_lastFilteredSettings == m_settings)
         return;
     m_lastFilteredSettings = m_settings;
     m_analyzeDebounce.start();
 }
 
-void AppModel::attachSaveObserver() {
+void AppModel::attachSaveObserver()
+{
     m_saveDebounce.setSingleShot(true);
     m_saveDebounce.setInterval(saveDelayMs);
     connect(&m_saveDebounce, &QTimer::timeout, this, &AppModel::savePreferences);
@@ -88,7 +97,8 @@ void AppModel::attachSaveObserver() {
     m_saveDebounce.start();
 }
 
-void AppModel::attachPlayer() {
+void AppModel::attachPlayer()
+{
     // The play state reaches isPlaying one event-loop turn later, starting with the current one.
     connect(m_player.get(), &PreviewPlayer::playingChanged, this, &AppModel::assignIsPlaying,
             Qt::QueuedConnection);
@@ -100,24 +110,28 @@ void AppModel::attachPlayer() {
 
 // --- Fields the views write ---
 
-void AppModel::setSettings(const TidleSettings& settings) {
+void AppModel::setSettings(const TidleSettings& settings)
+{
     m_settings = settings;
     emit settingsChanged();
 }
 
-void AppModel::setShowAdvanced(bool show) {
+void AppModel::setShowAdvanced(bool show)
+{
     m_showAdvanced = show;
     emit showAdvancedChanged();
 }
 
-void AppModel::setSkipPausesInPreview(bool skip) {
+void AppModel::setSkipPausesInPreview(bool skip)
+{
     m_skipPausesInPreview = skip;
     emit skipPausesInPreviewChanged();
 }
 
 // --- File and analysis ---
 
-void AppModel::load(const QUrl& url) {
+void AppModel::load(const QUrl& url)
+{
     if (m_phase == Phase::encoding)
         return;
     assignInputURL(url);
@@ -131,7 +145,8 @@ void AppModel::load(const QUrl& url) {
     analyze();
 }
 
-void AppModel::analyze() {
+void AppModel::analyze()
+{
     if (m_inputURL.isEmpty() || m_phase == Phase::encoding)
         return;
     if (m_analyzingEngine)
@@ -187,7 +202,8 @@ void AppModel::analyze() {
 }
 
 void AppModel::installAnalysis(qint64 generation, const std::shared_ptr<TidleEngine>& engine,
-                               Analysis analysis) {
+                               Analysis analysis)
+{
     if (generation != m_analyzeGeneration)
         return;
     m_engine = engine;
@@ -197,7 +213,8 @@ void AppModel::installAnalysis(qint64 generation, const std::shared_ptr<TidleEng
     assignPhase(Phase::ready);
 }
 
-void AppModel::failAnalysis(qint64 generation, const QString& message) {
+void AppModel::failAnalysis(qint64 generation, const QString& message)
+{
     if (generation != m_analyzeGeneration)
         return;
     m_analyzingEngine.reset();
@@ -205,7 +222,8 @@ void AppModel::failAnalysis(qint64 generation, const QString& message) {
     assignPhase(Phase::failed);
 }
 
-void AppModel::cancelAnalysis() {
+void AppModel::cancelAnalysis()
+{
     // A running save is stopped through its engine, never by this.
     if (m_phase == Phase::encoding)
         return;
@@ -220,7 +238,8 @@ void AppModel::cancelAnalysis() {
         clear();
 }
 
-void AppModel::clear() {
+void AppModel::clear()
+{
     if (m_phase == Phase::encoding)
         return;
     if (m_analyzingEngine) {
@@ -238,7 +257,8 @@ void AppModel::clear() {
     assignPlayhead(0.0);
 }
 
-void AppModel::setSensitivity(Sensitivity sensitivity) {
+void AppModel::setSensitivity(Sensitivity sensitivity)
+{
     m_sensitivity = sensitivity;
     emit sensitivityChanged();
     if (sensitivity == Sensitivity::custom) {
@@ -260,7 +280,8 @@ void AppModel::setSensitivity(Sensitivity sensitivity) {
 
 // --- Given-back pauses ---
 
-void AppModel::toggleSilence(int index) {
+void AppModel::toggleSilence(int index)
+{
     if (!m_analysis || index < 0 || index >= static_cast<int>(m_analysis->silences.size()))
         return;
     if (m_phase != Phase::ready && m_phase != Phase::done)
@@ -272,14 +293,16 @@ void AppModel::toggleSilence(int index) {
     rebuildKeeps();
 }
 
-void AppModel::resetSilenceOverrides() {
+void AppModel::resetSilenceOverrides()
+{
     if (m_disabledSilences.isEmpty())
         return;
     assignDisabledSilences({});
     rebuildKeeps();
 }
 
-void AppModel::rebuildKeeps() {
+void AppModel::rebuildKeeps()
+{
     if (!m_analysis)
         return;
     std::vector<Segment> removed;
@@ -299,7 +322,8 @@ void AppModel::rebuildKeeps() {
 
 // --- Preview ---
 
-void AppModel::tick(double seconds) {
+void AppModel::tick(double seconds)
+{
     if (!std::isfinite(seconds))
         return;
     assignPlayhead(seconds);
@@ -322,7 +346,8 @@ void AppModel::tick(double seconds) {
     m_player->seek(target);
 }
 
-void AppModel::togglePlayback() {
+void AppModel::togglePlayback()
+{
     if (m_isPlaying) {
         m_player->pause();
         return;
@@ -336,14 +361,16 @@ void AppModel::togglePlayback() {
     m_player->play();
 }
 
-void AppModel::seek(double seconds) {
+void AppModel::seek(double seconds)
+{
     assignPlayhead(seconds);
     m_player->seek(seconds);
 }
 
 // --- Saving ---
 
-void AppModel::tidle(const QUrl& output) {
+void AppModel::tidle(const QUrl& output)
+{
     if (m_inputURL.isEmpty() || !m_analysis || !m_engine || m_phase != Phase::ready)
         return;
     // The plain comparison catches the common slip; the engine itself refuses the same file
@@ -417,59 +444,70 @@ void AppModel::tidle(const QUrl& output) {
     });
 }
 
-QString AppModel::defaultOutputName(const QUrl& input, const QString& ext) {
+QString AppModel::defaultOutputName(const QUrl& input, const QString& ext)
+{
     // The batch names its files the same way.
     return ::defaultOutputName(input, ext);
 }
 
 // --- Published fields: every assignment is announced ---
 
-void AppModel::assignPhase(Phase phase) {
+void AppModel::assignPhase(Phase phase)
+{
     m_phase = phase;
     emit phaseChanged();
 }
 
-void AppModel::assignInputURL(const QUrl& url) {
+void AppModel::assignInputURL(const QUrl& url)
+{
     m_inputURL = url;
     emit inputURLChanged();
 }
 
-void AppModel::assignAnalysis(std::optional<Analysis> analysis) {
+void AppModel::assignAnalysis(std::optional<Analysis> analysis)
+{
     m_analysis = std::move(analysis);
     emit analysisChanged();
 }
 
-void AppModel::assignProgress(double progress) {
+void AppModel::assignProgress(double progress)
+{
     m_progress = progress;
     emit progressChanged();
 }
 
-void AppModel::assignAnalysisProgress(double progress) {
+void AppModel::assignAnalysisProgress(double progress)
+{
     m_analysisProgress = progress;
     emit analysisProgressChanged();
 }
 
-void AppModel::assignOutputURL(const QUrl& url) {
+void AppModel::assignOutputURL(const QUrl& url)
+{
     m_outputURL = url;
     emit outputURLChanged();
 }
 
-void AppModel::assignErrorMessage(const QString& message) {
+void AppModel::assignErrorMessage(const QString& message)
+{
     m_errorMessage = message;
     emit errorMessageChanged();
 }
 
-void AppModel::assignDisabledSilences(const QSet<int>& indices) {
+void AppModel::assignDisabledSilences(const QSet<int>& indices)
+{
     m_disabledSilences = indices;
     emit disabledSilencesChanged();
 }
 
-void AppModel::assignPlayhead(double seconds) {
+void AppModel::assignPlayhead(double seconds)
+{
     m_playhead = seconds;
     emit playheadChanged();
 }
 
-void AppModel::assignIsPlaying(bool playing) {
+void AppModel::assignIsPlaying(bool playing)
+{
     m_isPlaying = playing;
     emit isPlayingChanged();
 }

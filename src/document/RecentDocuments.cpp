@@ -21,7 +21,8 @@ const QString metadataOwner = QStringLiteral("http://freedesktop.org");
 const QString applicationName = QStringLiteral("Hushpane");
 const QString applicationExec = QStringLiteral("hushpane %u");
 
-QDomDocument emptyList() {
+QDomDocument emptyList()
+{
     QDomDocument document;
     document.appendChild(
         document.createProcessingInstruction("xml", R"(version="1.0" encoding="UTF-8")"));
@@ -33,7 +34,8 @@ QDomDocument emptyList() {
 
 // Reads the list as it is on disk: a missing or empty file is an empty list; anything that
 // is not an XBEL document gives no value.
-std::optional<QDomDocument> readList(const QString& path) {
+std::optional<QDomDocument> readList(const QString& path)
+{
     QFile file(path);
     if (!file.exists() || file.size() == 0)
         return emptyList();
@@ -50,7 +52,8 @@ std::optional<QDomDocument> readList(const QString& path) {
 }
 
 QDomElement firstChild(const QDomElement& parent, const QString& tag, const QString& attribute = {},
-                       const QString& value = {}) {
+                       const QString& value = {})
+{
     for (QDomElement child = parent.firstChildElement(tag); !child.isNull();
          child = child.nextSiblingElement(tag)) {
         if (attribute.isEmpty() || child.attribute(attribute) == value)
@@ -60,7 +63,8 @@ QDomElement firstChild(const QDomElement& parent, const QString& tag, const QStr
 }
 
 QDomElement childOrNew(QDomElement parent, const QString& tag, const QString& attribute = {},
-                       const QString& value = {}) {
+                       const QString& value = {})
+{
     QDomElement child = firstChild(parent, tag, attribute, value);
     if (child.isNull()) {
         child = parent.ownerDocument().createElement(tag);
@@ -71,7 +75,8 @@ QDomElement childOrNew(QDomElement parent, const QString& tag, const QString& at
     return child;
 }
 
-QDomElement findBookmark(const QDomElement& root, const QUrl& url) {
+QDomElement findBookmark(const QDomElement& root, const QUrl& url)
+{
     for (QDomElement bookmark = root.firstChildElement("bookmark"); !bookmark.isNull();
          bookmark = bookmark.nextSiblingElement("bookmark")) {
         // Writers differ in which characters they escape; compare the decoded locations.
@@ -81,7 +86,8 @@ QDomElement findBookmark(const QDomElement& root, const QUrl& url) {
     return {};
 }
 
-void noteUse(QDomElement root, const QString& filePath, const QString& now) {
+void noteUse(QDomElement root, const QString& filePath, const QString& now)
+{
     const QUrl url = QUrl::fromLocalFile(QFileInfo(filePath).absoluteFilePath());
     QDomElement bookmark = findBookmark(root, url);
     if (bookmark.isNull()) {
@@ -117,12 +123,14 @@ void noteUse(QDomElement root, const QString& filePath, const QString& now) {
 
 namespace RecentDocuments {
 
-QString listPath() {
+QString listPath()
+{
     return QDir(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation))
         .filePath("recently-used.xbel");
 }
 
-bool add(const QString& filePath) {
+bool add(const QString& filePath)
+{
     const QString path = listPath();
     std::optional<QDomDocument> document = readList(path);
     if (!document)

@@ -11,13 +11,15 @@ TEST(Entry, selfTestWinsOverCommandLineInEitherOrder)
     const auto selfTest = runHushpane({"--selftest"});
     const auto commandLine = runHushpane({"--cli"});
     EXPECT_NE(selfTest.standardOutput, commandLine.standardOutput);
-    for (const QStringList& both : {QStringList{"--cli", "--selftest"}, QStringList{"--selftest", "--cli"}}) {
+    for (const QStringList& both :
+         {QStringList{"--cli", "--selftest"}, QStringList{"--selftest", "--cli"}}) {
         const auto result = runHushpane(both);
         EXPECT_EQ(result.exitCode, selfTest.exitCode);
         EXPECT_EQ(result.standardOutput, selfTest.standardOutput);
     }
     const auto withOpen = runHushpane({"--open", "x.mov", "--cli"});
-    EXPECT_EQ(withOpen.standardOutput.section('\n', 0, 0), commandLine.standardOutput.section('\n', 0, 0));
+    EXPECT_EQ(withOpen.standardOutput.section('\n', 0, 0),
+              commandLine.standardOutput.section('\n', 0, 0));
 }
 
 TEST(Entry, terminalModesWriteNothingToStandardError)

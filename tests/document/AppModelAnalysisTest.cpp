@@ -17,7 +17,8 @@ using Phase = AppModel::Phase;
 
 const std::vector<Segment> toneKeeps = {{1.0, 4.0}, {6.0, 9.0}};
 
-void expectSegmentsNear(const std::vector<Segment>& actual, const std::vector<Segment>& expected) {
+void expectSegmentsNear(const std::vector<Segment>& actual, const std::vector<Segment>& expected)
+{
     ASSERT_EQ(actual.size(), expected.size());
     for (std::size_t i = 0; i < expected.size(); ++i) {
         EXPECT_NEAR(actual[i].start, expected[i].start, 1e-9) << "segment " << i;
@@ -27,21 +28,25 @@ void expectSegmentsNear(const std::vector<Segment>& actual, const std::vector<Se
 
 // The worker finishes a short file well within this; the GUI thread sleeps through it, so
 // the result waits in the event queue behind whatever the test does next.
-void letTheWorkerFinish() {
+void letTheWorkerFinish()
+{
     QThread::msleep(3000);
 }
 
-QByteArray contents(const QString& path) {
+QByteArray contents(const QString& path)
+{
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-bool copyFile(const QString& from, const QString& to) {
+bool copyFile(const QString& from, const QString& to)
+{
     QFile::remove(to);
     return QFile::copy(from, to);
 }
 
-bool overwrite(const QString& path, const QByteArray& bytes) {
+bool overwrite(const QString& path, const QByteArray& bytes)
+{
     QFile file(path);
     return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
            file.write(bytes) == bytes.size();
@@ -49,7 +54,8 @@ bool overwrite(const QString& path, const QByteArray& bytes) {
 
 using AnalysisTest = ModelTest;
 
-TEST_F(AnalysisTest, StartsEmptyWithStoredPreferences) {
+TEST_F(AnalysisTest, StartsEmptyWithStoredPreferences)
+{
     EditorPreferences stored;
     stored.sensitivity = Sensitivity::aggressive;
     stored.settings = {-28.0, 0.45, 0.12, false};
@@ -69,7 +75,8 @@ TEST_F(AnalysisTest, StartsEmptyWithStoredPreferences) {
     EXPECT_EQ(m_analysesStarted, 0);
 }
 
-TEST_F(AnalysisTest, LoadingAFileAnalysesItAndNotesItAsRecent) {
+TEST_F(AnalysisTest, LoadingAFileAnalysesItAndNotesItAsRecent)
+{
     makeModel();
     const QString speech = DocumentFixtures::speechWithPauses();
     const QUrl url = QUrl::fromLocalFile(speech);
@@ -100,7 +107,8 @@ TEST_F(AnalysisTest, LoadingAFileAnalysesItAndNotesItAsRecent) {
     EXPECT_EQ(entries.standardOutput.trimmed(), "1");
 }
 
-TEST_F(AnalysisTest, ABrokenFileFailsWithAMessage) {
+TEST_F(AnalysisTest, ABrokenFileFailsWithAMessage)
+{
     makeModel();
     ASSERT_TRUE(loadAndWait(DocumentFixtures::brokenFile()));
     EXPECT_EQ(m_model->phase(), Phase::failed);
@@ -109,7 +117,8 @@ TEST_F(AnalysisTest, ABrokenFileFailsWithAMessage) {
     EXPECT_EQ(m_model->engine(), nullptr);
 }
 
-TEST_F(AnalysisTest, SettingsChangesCloseTogetherGiveOneAnalysis) {
+TEST_F(AnalysisTest, SettingsChangesCloseTogetherGiveOneAnalysis)
+{
     makeModel();
     ASSERT_TRUE(loadAndWait(DocumentFixtures::shortSine()));
     m_analysesStarted = 0;
@@ -123,7 +132,8 @@ TEST_F(AnalysisTest, SettingsChangesCloseTogetherGiveOneAnalysis) {
     EXPECT_EQ(m_model->phase(), Phase::ready);
 }
 
-TEST_F(AnalysisTest, OnlyChangedSettingsStartAnAnalysis) {
+TEST_F(AnalysisTest, OnlyChangedSettingsStartAnAnalysis)
+{
     makeModel();
     ASSERT_TRUE(loadAndWait(DocumentFixtures::shortSine()));
     m_analysesStarted = 0;
@@ -142,7 +152,8 @@ TEST_F(AnalysisTest, OnlyChangedSettingsStartAnAnalysis) {
     EXPECT_EQ(m_analysesStarted, 1);
 }
 
-TEST_F(AnalysisTest, TheFirstSettingsAssignmentAlwaysCounts) {
+TEST_F(AnalysisTest, TheFirstSettingsAssignmentAlwaysCounts)
+{
     makeModel();
     ASSERT_TRUE(loadAndWait(DocumentFixtures::shortSine()));
     m_analysesStarted = 0;
@@ -152,7 +163,8 @@ TEST_F(AnalysisTest, TheFirstSettingsAssignmentAlwaysCounts) {
     EXPECT_EQ(m_analysesStarted, 1);
 }
 
-TEST_F(AnalysisTest, SettingsChangesWithoutAFileDoNothing) {
+TEST_F(AnalysisTest, SettingsChangesWithoutAFileDoNothing)
+{
     makeModel();
     setPadding(0.3);
     runEventLoop(AppModel::analyzeDelayMs + 300);
@@ -160,7 +172,8 @@ TEST_F(AnalysisTest, SettingsChangesWithoutAFileDoNothing) {
     EXPECT_EQ(m_model->phase(), Phase::idle);
 }
 
-TEST_F(AnalysisTest, ChoosingAPresetSetsItsNumbersOnce) {
+TEST_F(AnalysisTest, ChoosingAPresetSetsItsNumbersOnce)
+{
     makeModel();
     ASSERT_TRUE(loadAndWait(DocumentFixtures::shortSine()));
     m_analysesStarted = 0;
@@ -175,7 +188,8 @@ TEST_F(AnalysisTest, ChoosingAPresetSetsItsNumbersOnce) {
     EXPECT_EQ(m_analysesStarted, 1);
 }
 
-TEST_F(AnalysisTest, ChoosingCustomOpensTheAdvancedSettingsOnly) {
+TEST_F(AnalysisTest, ChoosingCustomOpensTheAdvancedSettingsOnly)
+{
     makeModel();
     ASSERT_TRUE(loadAndWait(DocumentFixtures::shortSine()));
     m_analysesStarted = 0;
@@ -189,7 +203,8 @@ TEST_F(AnalysisTest, ChoosingCustomOpensTheAdvancedSettingsOnly) {
     EXPECT_EQ(m_analysesStarted, 0);
 }
 
-TEST_F(AnalysisTest, ChangesAreStoredAfterAQuietMoment) {
+TEST_F(AnalysisTest, ChangesAreStoredAfterAQuietMoment)
+{
     makeModel();
     m_model->setSkipPausesInPreview(false);
     m_model->setSensitivity(Sensitivity::delicate);
@@ -202,7 +217,8 @@ TEST_F(AnalysisTest, ChangesAreStoredAfterAQuietMoment) {
     EXPECT_EQ(stored.settings, (TidleSettings{-45.0, 1.0, 0.25, true}));
 }
 
-TEST_F(AnalysisTest, TheLoadedValuesAreWrittenBackOnceAfterStart) {
+TEST_F(AnalysisTest, TheLoadedValuesAreWrittenBackOnceAfterStart)
+{
     makeModel();
     PreferenceStore().setValue("pref.sensitivity", "Standard");
     PreferenceStore().setValue("pref.frameAccurate", "maybe");
@@ -213,7 +229,8 @@ TEST_F(AnalysisTest, TheLoadedValuesAreWrittenBackOnceAfterStart) {
     EXPECT_EQ(store.boolean("pref.frameAccurate"), std::optional<bool>(true));
 }
 
-TEST_F(AnalysisTest, WithoutAnAnalysisPlayStartsWhereThePlayerStands) {
+TEST_F(AnalysisTest, WithoutAnAnalysisPlayStartsWhereThePlayerStands)
+{
     makeModel();
     m_model->seek(29.95);
     m_model->togglePlayback();
@@ -222,7 +239,8 @@ TEST_F(AnalysisTest, WithoutAnAnalysisPlayStartsWhereThePlayerStands) {
     EXPECT_EQ(m_model->playhead(), 29.95);
 }
 
-TEST_F(AnalysisTest, AnOlderResultIsDroppedForANewerRequest) {
+TEST_F(AnalysisTest, AnOlderResultIsDroppedForANewerRequest)
+{
     makeModel();
     m_model->load(QUrl::fromLocalFile(DocumentFixtures::shortSine()));
     letTheWorkerFinish();
@@ -235,7 +253,8 @@ TEST_F(AnalysisTest, AnOlderResultIsDroppedForANewerRequest) {
     EXPECT_EQ(m_analysesInstalled, 1);
 }
 
-TEST_F(AnalysisTest, CancellingTheFirstAnalysisClosesTheFile) {
+TEST_F(AnalysisTest, CancellingTheFirstAnalysisClosesTheFile)
+{
     makeModel();
     m_model->load(QUrl::fromLocalFile(DocumentFixtures::shortSine()));
     letTheWorkerFinish();
@@ -249,7 +268,8 @@ TEST_F(AnalysisTest, CancellingTheFirstAnalysisClosesTheFile) {
     EXPECT_EQ(m_player->clears, 1);
 }
 
-TEST_F(AnalysisTest, CancellingAReAnalysisKeepsTheEarlierOne) {
+TEST_F(AnalysisTest, CancellingAReAnalysisKeepsTheEarlierOne)
+{
     makeModel(withPadding(0.0));
     ASSERT_TRUE(loadAndWait(DocumentFixtures::toneWithGaps()));
     ASSERT_EQ(m_model->phase(), Phase::ready);
@@ -267,7 +287,8 @@ TEST_F(AnalysisTest, CancellingAReAnalysisKeepsTheEarlierOne) {
     expectSegmentsNear(m_model->analysis()->keeps, toneKeeps);
 }
 
-TEST_F(AnalysisTest, AFailedReAnalysisKeepsTheEarlierOne) {
+TEST_F(AnalysisTest, AFailedReAnalysisKeepsTheEarlierOne)
+{
     QTemporaryDir folder;
     const QString copy = folder.filePath("tone.wav");
     ASSERT_TRUE(copyFile(DocumentFixtures::toneWithGaps(), copy));
@@ -292,7 +313,8 @@ TEST_F(AnalysisTest, AFailedReAnalysisKeepsTheEarlierOne) {
     expectSegmentsNear(m_model->analysis()->keeps, toneKeeps);
 }
 
-TEST_F(AnalysisTest, TogglingAPauseTwiceRestoresThePlan) {
+TEST_F(AnalysisTest, TogglingAPauseTwiceRestoresThePlan)
+{
     makeModel(withPadding(0.0));
     ASSERT_TRUE(loadAndWait(DocumentFixtures::toneWithGaps()));
     ASSERT_EQ(m_model->phase(), Phase::ready);
@@ -311,7 +333,8 @@ TEST_F(AnalysisTest, TogglingAPauseTwiceRestoresThePlan) {
     EXPECT_EQ(m_model->analysis()->keeps, engineResult.keeps);
 }
 
-TEST_F(AnalysisTest, ReplanningUsesTheCurrentPadding) {
+TEST_F(AnalysisTest, ReplanningUsesTheCurrentPadding)
+{
     makeModel(withPadding(0.0));
     ASSERT_TRUE(loadAndWait(DocumentFixtures::toneWithGaps()));
     ASSERT_EQ(m_model->phase(), Phase::ready);
@@ -321,7 +344,8 @@ TEST_F(AnalysisTest, ReplanningUsesTheCurrentPadding) {
     expectSegmentsNear(m_model->analysis()->keeps, {{0.0, 0.25}, {0.75, 4.25}, {5.75, 30.0}});
 }
 
-TEST_F(AnalysisTest, TogglesOutOfRangeAreIgnored) {
+TEST_F(AnalysisTest, TogglesOutOfRangeAreIgnored)
+{
     makeModel(withPadding(0.0));
     ASSERT_TRUE(loadAndWait(DocumentFixtures::toneWithGaps()));
     int announcements = 0;
@@ -336,7 +360,8 @@ TEST_F(AnalysisTest, TogglesOutOfRangeAreIgnored) {
     expectSegmentsNear(m_model->analysis()->keeps, toneKeeps);
 }
 
-TEST_F(AnalysisTest, TogglesWhileAnalysingAreIgnored) {
+TEST_F(AnalysisTest, TogglesWhileAnalysingAreIgnored)
+{
     makeModel(withPadding(0.0));
     ASSERT_TRUE(loadAndWait(DocumentFixtures::toneWithGaps()));
     m_model->analyze();
@@ -347,7 +372,8 @@ TEST_F(AnalysisTest, TogglesWhileAnalysingAreIgnored) {
     ASSERT_TRUE(analysisEnded());
 }
 
-TEST_F(AnalysisTest, ResetTakesBackEveryGivenBackPause) {
+TEST_F(AnalysisTest, ResetTakesBackEveryGivenBackPause)
+{
     makeModel(withPadding(0.0));
     ASSERT_TRUE(loadAndWait(DocumentFixtures::toneWithGaps()));
     int announcements = 0;
@@ -364,7 +390,8 @@ TEST_F(AnalysisTest, ResetTakesBackEveryGivenBackPause) {
     expectSegmentsNear(m_model->analysis()->keeps, toneKeeps);
 }
 
-TEST_F(AnalysisTest, ANewAnalysisForgetsTheGivenBackPauses) {
+TEST_F(AnalysisTest, ANewAnalysisForgetsTheGivenBackPauses)
+{
     makeModel(withPadding(0.0));
     ASSERT_TRUE(loadAndWait(DocumentFixtures::toneWithGaps()));
     m_model->toggleSilence(1);
@@ -374,7 +401,8 @@ TEST_F(AnalysisTest, ANewAnalysisForgetsTheGivenBackPauses) {
     expectSegmentsNear(m_model->analysis()->keeps, toneKeeps);
 }
 
-TEST_F(AnalysisTest, ClearReturnsToTheEmptyState) {
+TEST_F(AnalysisTest, ClearReturnsToTheEmptyState)
+{
     makeModel(withPadding(0.0));
     ASSERT_TRUE(loadAndWait(DocumentFixtures::toneWithGaps()));
     const auto engine = m_model->engine();
@@ -391,7 +419,8 @@ TEST_F(AnalysisTest, ClearReturnsToTheEmptyState) {
     EXPECT_EQ(m_model->phase(), Phase::idle);
 }
 
-TEST_F(AnalysisTest, TheLaunchFileIsLoadedAfterConstruction) {
+TEST_F(AnalysisTest, TheLaunchFileIsLoadedAfterConstruction)
+{
     const QUrl url = QUrl::fromLocalFile(DocumentFixtures::shortSine());
     initialFileURL = url;
     makeModel();
@@ -401,7 +430,8 @@ TEST_F(AnalysisTest, TheLaunchFileIsLoadedAfterConstruction) {
     EXPECT_EQ(m_model->inputURL(), url);
 }
 
-TEST_F(AnalysisTest, AModelGoneBeforeItsLaunchFileLoadsDoesNothing) {
+TEST_F(AnalysisTest, AModelGoneBeforeItsLaunchFileLoadsDoesNothing)
+{
     QTemporaryDir folder;
     const QString launchFile = folder.filePath("launch.wav");
     ASSERT_TRUE(copyFile(DocumentFixtures::shortSine(), launchFile));
@@ -415,7 +445,8 @@ TEST_F(AnalysisTest, AModelGoneBeforeItsLaunchFileLoadsDoesNothing) {
 }
 
 // The sanitizers fail this test if a step posted by the worker reaches the freed model.
-TEST_F(AnalysisTest, AModelGoneDuringItsAnalysisDropsTheResult) {
+TEST_F(AnalysisTest, AModelGoneDuringItsAnalysisDropsTheResult)
+{
     makeModel();
     m_model->load(QUrl::fromLocalFile(DocumentFixtures::speechWithPauses()));
     ASSERT_EQ(m_model->phase(), Phase::analyzing);

@@ -12,7 +12,8 @@ using Phase = AppModel::Phase;
 // The tone fixture with no padding: kept spans (1, 4) and (6, 9) of 30 s.
 class PreviewTest : public ModelTest {
 protected:
-    void SetUp() override {
+    void SetUp() override
+    {
         ModelTest::SetUp();
         makeModel(withPadding(0.0));
         ASSERT_TRUE(loadAndWait(DocumentFixtures::toneWithGaps()));
@@ -26,7 +27,8 @@ protected:
         ASSERT_NEAR(m_model->analysis()->duration, 30.0, 1e-3);
     }
 
-    void startPlaying() {
+    void startPlaying()
+    {
         m_player->setPlaying(true);
         ASSERT_TRUE(waitUntil([this] { return m_model->isPlaying(); }));
         m_player->seeks.clear();
@@ -41,7 +43,8 @@ struct TickCase {
     bool pauses;
 };
 
-TEST_F(PreviewTest, TicksWhilePlayingSkipTheRemovedPauses) {
+TEST_F(PreviewTest, TicksWhilePlayingSkipTheRemovedPauses)
+{
     // clang-format off
     const TickCase cases[] = {
         {0.5,   1.0,   1.0, false}, // before the first kept span
@@ -69,7 +72,8 @@ TEST_F(PreviewTest, TicksWhilePlayingSkipTheRemovedPauses) {
     }
 }
 
-TEST_F(PreviewTest, AnInvalidTimeIsIgnored) {
+TEST_F(PreviewTest, AnInvalidTimeIsIgnored)
+{
     startPlaying();
     m_model->seek(2.0);
     m_player->seeks.clear();
@@ -83,7 +87,8 @@ TEST_F(PreviewTest, AnInvalidTimeIsIgnored) {
     EXPECT_EQ(m_player->pauses, 0);
 }
 
-TEST_F(PreviewTest, WithoutSkippingTicksOnlyMoveThePlayhead) {
+TEST_F(PreviewTest, WithoutSkippingTicksOnlyMoveThePlayhead)
+{
     m_model->setSkipPausesInPreview(false);
     startPlaying();
     for (double t : {0.5, 4.05, 9.05}) {
@@ -94,13 +99,15 @@ TEST_F(PreviewTest, WithoutSkippingTicksOnlyMoveThePlayhead) {
     EXPECT_EQ(m_player->pauses, 0);
 }
 
-TEST_F(PreviewTest, WhilePausedTicksOnlyMoveThePlayhead) {
+TEST_F(PreviewTest, WhilePausedTicksOnlyMoveThePlayhead)
+{
     m_player->report(4.05);
     EXPECT_EQ(m_model->playhead(), 4.05);
     EXPECT_TRUE(m_player->seeks.empty());
 }
 
-TEST_F(PreviewTest, ThePlayStateFollowsThePlayerOneTurnLater) {
+TEST_F(PreviewTest, ThePlayStateFollowsThePlayerOneTurnLater)
+{
     EXPECT_FALSE(m_model->isPlaying());
     m_player->setPlaying(true);
     EXPECT_FALSE(m_model->isPlaying());
@@ -109,7 +116,8 @@ TEST_F(PreviewTest, ThePlayStateFollowsThePlayerOneTurnLater) {
     ASSERT_TRUE(waitUntil([this] { return !m_model->isPlaying(); }));
 }
 
-TEST_F(PreviewTest, PlayNearTheEndStartsOverAtTheFirstKeptSpan) {
+TEST_F(PreviewTest, PlayNearTheEndStartsOverAtTheFirstKeptSpan)
+{
     m_model->seek(29.95);
     m_player->seeks.clear();
     m_model->togglePlayback();
@@ -119,7 +127,8 @@ TEST_F(PreviewTest, PlayNearTheEndStartsOverAtTheFirstKeptSpan) {
     EXPECT_EQ(m_player->plays, 1);
 }
 
-TEST_F(PreviewTest, PlayFurtherFromTheEndPlaysOn) {
+TEST_F(PreviewTest, PlayFurtherFromTheEndPlaysOn)
+{
     m_model->seek(29.8);
     m_player->seeks.clear();
     m_model->togglePlayback();
@@ -128,21 +137,24 @@ TEST_F(PreviewTest, PlayFurtherFromTheEndPlaysOn) {
     EXPECT_EQ(m_player->plays, 1);
 }
 
-TEST_F(PreviewTest, TogglingWhilePlayingPauses) {
+TEST_F(PreviewTest, TogglingWhilePlayingPauses)
+{
     startPlaying();
     m_model->togglePlayback();
     EXPECT_EQ(m_player->pauses, 1);
     EXPECT_EQ(m_player->plays, 0);
 }
 
-TEST_F(PreviewTest, ASeekShowsOnThePlayheadAtOnce) {
+TEST_F(PreviewTest, ASeekShowsOnThePlayheadAtOnce)
+{
     m_model->seek(12.5);
     EXPECT_EQ(m_model->playhead(), 12.5);
     ASSERT_EQ(m_player->seeks.size(), 1u);
     EXPECT_EQ(m_player->seeks.front(), 12.5);
 }
 
-TEST_F(PreviewTest, AGivenBackPauseIsPlayedFromTheNextTick) {
+TEST_F(PreviewTest, AGivenBackPauseIsPlayedFromTheNextTick)
+{
     startPlaying();
     m_model->toggleSilence(1);
     m_player->report(5.0);
@@ -151,7 +163,8 @@ TEST_F(PreviewTest, AGivenBackPauseIsPlayedFromTheNextTick) {
     EXPECT_EQ(m_player->pauses, 0);
 }
 
-TEST_F(PreviewTest, ClearStopsThePreview) {
+TEST_F(PreviewTest, ClearStopsThePreview)
+{
     startPlaying();
     m_model->clear();
     EXPECT_GE(m_player->pauses, 1);

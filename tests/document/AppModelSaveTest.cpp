@@ -24,7 +24,8 @@ struct Announcement {
     QString body;
 };
 
-QByteArray digest(const QString& path) {
+QByteArray digest(const QString& path)
+{
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {};
@@ -36,7 +37,8 @@ QByteArray digest(const QString& path) {
 // The spoken fixture, analysed and ready; notifications are collected instead of shown.
 class SaveTest : public ModelTest {
 protected:
-    void SetUp() override {
+    void SetUp() override
+    {
         ModelTest::SetUp();
         Completion::setDelivery([this](const QString& title, const QString& body) {
             m_announcements.push_back({title, body});
@@ -48,16 +50,19 @@ protected:
         ASSERT_TRUE(loadAndWait(m_input));
         ASSERT_EQ(m_model->phase(), Phase::ready) << m_model->errorMessage().toStdString();
     }
-    void TearDown() override {
+    void TearDown() override
+    {
         ModelTest::TearDown();
         Completion::setDelivery({});
     }
 
-    bool saveEnded() {
+    bool saveEnded()
+    {
         return waitUntil([this] { return m_model->phase() != Phase::encoding; });
     }
 
-    QStringList folderEntries() const {
+    QStringList folderEntries() const
+    {
         return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
@@ -66,7 +71,8 @@ protected:
     std::vector<Announcement> m_announcements;
 };
 
-TEST_F(SaveTest, ASavedFileIsCountedAndAnnounced) {
+TEST_F(SaveTest, ASavedFileIsCountedAndAnnounced)
+{
     const QString output = m_folder.filePath("talk (no pauses).m4a");
     const Analysis analysis = *m_model->analysis();
     const double totalBefore = Stats::totalSecondsSaved();
@@ -98,7 +104,8 @@ TEST_F(SaveTest, ASavedFileIsCountedAndAnnounced) {
               localized("notify.video.body").arg("talk (no pauses).m4a", formatTime(removed)));
 }
 
-TEST_F(SaveTest, ASaveThatOutlivesItsModelStillCounts) {
+TEST_F(SaveTest, ASaveThatOutlivesItsModelStillCounts)
+{
     const QString output = m_folder.filePath("late.m4a");
     const double removed = m_model->analysis()->removedSeconds();
     const double totalBefore = Stats::totalSecondsSaved();
@@ -115,7 +122,8 @@ TEST_F(SaveTest, ASaveThatOutlivesItsModelStillCounts) {
     EXPECT_TRUE(m_announcements[0].body.startsWith("late.m4a"));
 }
 
-TEST_F(SaveTest, ChangingThePlanAfterSavingAllowsSavingAgain) {
+TEST_F(SaveTest, ChangingThePlanAfterSavingAllowsSavingAgain)
+{
     const QString output = m_folder.filePath("first.m4a");
     m_model->tidle(QUrl::fromLocalFile(output));
     ASSERT_TRUE(saveEnded());
@@ -134,7 +142,8 @@ TEST_F(SaveTest, ChangingThePlanAfterSavingAllowsSavingAgain) {
     EXPECT_FALSE(QFile::exists(m_folder.filePath("again.m4a")));
 }
 
-TEST_F(SaveTest, TheInputIsNeverTheDestination) {
+TEST_F(SaveTest, TheInputIsNeverTheDestination)
+{
     m_model->toggleSilence(1);
     const QByteArray inputDigest = digest(m_input);
     const Analysis analysis = *m_model->analysis();
@@ -152,7 +161,8 @@ TEST_F(SaveTest, TheInputIsNeverTheDestination) {
     EXPECT_TRUE(m_announcements.empty());
 }
 
-TEST_F(SaveTest, TheInputWrittenAnotherWayIsRefusedByTheEngine) {
+TEST_F(SaveTest, TheInputWrittenAnotherWayIsRefusedByTheEngine)
+{
     const QByteArray inputDigest = digest(m_input);
     m_model->tidle(QUrl::fromLocalFile(m_folder.path() + "/./talk.wav"));
     EXPECT_EQ(m_model->phase(), Phase::encoding);
@@ -165,7 +175,8 @@ TEST_F(SaveTest, TheInputWrittenAnotherWayIsRefusedByTheEngine) {
     EXPECT_TRUE(m_announcements.empty());
 }
 
-TEST_F(SaveTest, AnotherFileWaitsWhileSaving) {
+TEST_F(SaveTest, AnotherFileWaitsWhileSaving)
+{
     const QUrl other = QUrl::fromLocalFile(DocumentFixtures::shortSine());
     m_model->tidle(QUrl::fromLocalFile(m_folder.filePath("out.m4a")));
     m_model->load(other);
@@ -184,7 +195,8 @@ TEST_F(SaveTest, AnotherFileWaitsWhileSaving) {
     EXPECT_EQ(m_announcements.size(), 1u);
 }
 
-TEST_F(SaveTest, SavingStartsOnlyWhenReady) {
+TEST_F(SaveTest, SavingStartsOnlyWhenReady)
+{
     const QString output = m_folder.filePath("out.m4a");
     // Analysing.
     m_model->analyze();
@@ -206,7 +218,8 @@ TEST_F(SaveTest, SavingStartsOnlyWhenReady) {
     EXPECT_TRUE(m_announcements.empty());
 }
 
-TEST_F(SaveTest, ACancelledSaveReturnsToReadyAndLeavesNoFile) {
+TEST_F(SaveTest, ACancelledSaveReturnsToReadyAndLeavesNoFile)
+{
     // Long enough that the export is still running when its first progress report comes in.
     const QString longInput =
         Fixtures::makeWithFfmpeg("document-long-video.mp4",
@@ -237,7 +250,8 @@ TEST_F(SaveTest, ACancelledSaveReturnsToReadyAndLeavesNoFile) {
     EXPECT_TRUE(m_announcements.empty());
 }
 
-TEST_F(SaveTest, AFailedSaveShowsWhy) {
+TEST_F(SaveTest, AFailedSaveShowsWhy)
+{
     const QString output = m_folder.filePath("no such folder/out.m4a");
     m_model->tidle(QUrl::fromLocalFile(output));
     ASSERT_TRUE(saveEnded());
@@ -247,7 +261,8 @@ TEST_F(SaveTest, AFailedSaveShowsWhy) {
     EXPECT_TRUE(m_announcements.empty());
 }
 
-TEST(DefaultOutputNameTest, PutsTheBaseNameIntoTheLocalizedPattern) {
+TEST(DefaultOutputNameTest, PutsTheBaseNameIntoTheLocalizedPattern)
+{
     const struct {
         const char* input;
         const char* ext;

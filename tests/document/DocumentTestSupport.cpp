@@ -10,7 +10,8 @@
 #include <QThread>
 #include <gtest/gtest.h>
 
-bool waitUntil(const std::function<bool()>& done, int timeoutMs) {
+bool waitUntil(const std::function<bool()>& done, int timeoutMs)
+{
     QDeadlineTimer deadline(timeoutMs);
     while (!done()) {
         if (deadline.hasExpired())
@@ -21,7 +22,8 @@ bool waitUntil(const std::function<bool()>& done, int timeoutMs) {
     return true;
 }
 
-void runEventLoop(int ms) {
+void runEventLoop(int ms)
+{
     QDeadlineTimer deadline(ms);
     while (!deadline.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
@@ -32,7 +34,8 @@ void runEventLoop(int ms) {
 
 // The media backend's sound-server client and GLib keep a few allocations until the process
 // ends; none of them is ours. Read by LeakSanitizer at exit.
-extern "C" const char* __lsan_default_suppressions() {
+extern "C" const char* __lsan_default_suppressions()
+{
     return "leak:libpulse.so\nleak:libglib-2.0.so\n";
 }
 
@@ -42,7 +45,8 @@ namespace {
 // has its sandbox already).
 class IsolatedDataFolder : public testing::Environment {
 public:
-    void SetUp() override {
+    void SetUp() override
+    {
         ASSERT_TRUE(m_data.isValid());
         qputenv("XDG_DATA_HOME", m_data.path().toLocal8Bit());
     }
@@ -58,7 +62,8 @@ private:
 
 namespace DocumentFixtures {
 
-QString toneWithGaps() {
+QString toneWithGaps()
+{
     return Fixtures::makeWithFfmpeg(
         "document-tone-gaps.wav",
         {"-f", "lavfi", "-i",
@@ -66,7 +71,8 @@ QString toneWithGaps() {
          "pcm_s16le"});
 }
 
-QString speechWithPauses() {
+QString speechWithPauses()
+{
     const QString first =
         Fixtures::makeSpeech("document-speech-1.wav", "The first part of the talk starts here.");
     const QString second =
@@ -99,14 +105,16 @@ QString speechWithPauses() {
                                      "pcm_s16le"});
 }
 
-QString shortSine() {
+QString shortSine()
+{
     return Fixtures::makeWithFfmpeg("document-sine-3s.wav",
                                     {"-f", "lavfi", "-i",
                                      "sine=frequency=440:sample_rate=16000:duration=3", "-c:a",
                                      "pcm_s16le"});
 }
 
-QString brokenFile() {
+QString brokenFile()
+{
     const QString path = Fixtures::path("document-broken.wav");
     if (!QFile::exists(path)) {
         // Written whole or not at all: other test processes may read it meanwhile.

@@ -17,16 +17,19 @@ void runEventLoop(int ms);
 class FakePlayer : public PreviewPlayer {
 public:
     void setSource(const QUrl& url) override { source = url; }
-    void clear() override {
+    void clear() override
+    {
         ++clears;
         source.clear();
         setPlaying(false);
     }
-    void play() override {
+    void play() override
+    {
         ++plays;
         setPlaying(true);
     }
-    void pause() override {
+    void pause() override
+    {
         ++pauses;
         setPlaying(false);
     }
@@ -35,7 +38,8 @@ public:
     void setVideoOutput(QObject*) override {}
 
     void report(double seconds) { emit positionReported(seconds); }
-    void setPlaying(bool value) {
+    void setPlaying(bool value)
+    {
         playing = value;
         emit playingChanged(value);
     }

@@ -15,7 +15,8 @@ protected:
     void TearDown() override { m_model.reset(); }
 
     // Stores `preferences` first, so that the model starts from them.
-    void makeModel(const EditorPreferences& preferences = {}) {
+    void makeModel(const EditorPreferences& preferences = {})
+    {
         Prefs::save(preferences);
         auto player = std::make_unique<FakePlayer>();
         m_player = player.get();
@@ -30,25 +31,29 @@ protected:
         });
     }
 
-    static EditorPreferences withPadding(double padding) {
+    static EditorPreferences withPadding(double padding)
+    {
         EditorPreferences preferences;
         preferences.settings.padding = padding;
         return preferences;
     }
 
-    bool analysisEnded(int timeoutMs = 60000) {
+    bool analysisEnded(int timeoutMs = 60000)
+    {
         return waitUntil([this] { return m_model->phase() != AppModel::Phase::analyzing; },
                          timeoutMs);
     }
 
     // Loads `path` and waits until its analysis ends, one way or the other.
-    bool loadAndWait(const QString& path) {
+    bool loadAndWait(const QString& path)
+    {
         m_model->load(QUrl::fromLocalFile(path));
         return analysisEnded();
     }
 
     // Changes one number of the settings the way an advanced slider does.
-    void setPadding(double padding) {
+    void setPadding(double padding)
+    {
         TidleSettings settings = m_model->settings();
         settings.padding = padding;
         m_model->setSettings(settings);

@@ -13,7 +13,8 @@ namespace {
 
 // Plays a real file through the platform's media backend. GStreamer plays on without a sound
 // server; a machine where the backend cannot play at all skips the test and says why.
-TEST(QtPreviewPlayerTest, ReportsAdvancingPositionsAndLandsSeeks) {
+TEST(QtPreviewPlayerTest, ReportsAdvancingPositionsAndLandsSeeks)
+{
     QtPreviewPlayer player;
     if (!player.mediaPlayer()->isAvailable())
         GTEST_SKIP() << "no media backend on this machine";
@@ -56,7 +57,8 @@ using PreviewOnQtMultimedia = PreferenceSandboxTest;
 
 // The application's own model and player: the preview skips the removed pause between the
 // two tones and stops after the second.
-TEST_F(PreviewOnQtMultimedia, PlaysTheKeptSpansOnly) {
+TEST_F(PreviewOnQtMultimedia, PlaysTheKeptSpansOnly)
+{
     EditorPreferences preferences;
     preferences.settings.padding = 0.0;
     Prefs::save(preferences);

@@ -16,20 +16,24 @@ const QString applicationPath =
     "namespace-uri()='http://www.freedesktop.org/standards/desktop-bookmarks']";
 
 // The list is checked with libxml2's xmllint, a reader independent of the one that wrote it.
-QString xpath(const QString& file, const QString& expression) {
+QString xpath(const QString& file, const QString& expression)
+{
     return Fixtures::run("xmllint", {"--xpath", expression, file}).standardOutput.trimmed();
 }
 
-bool wellFormed(const QString& file) {
+bool wellFormed(const QString& file)
+{
     return Fixtures::run("xmllint", {"--noout", file}).exitCode == 0;
 }
 
-QByteArray contents(const QString& path) {
+QByteArray contents(const QString& path)
+{
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-void write(const QString& path, const QByteArray& bytes) {
+void write(const QString& path, const QByteArray& bytes)
+{
     QDir().mkpath(QFileInfo(path).absolutePath());
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -38,7 +42,8 @@ void write(const QString& path, const QByteArray& bytes) {
 
 class RecentDocumentsTest : public testing::Test {
 protected:
-    void SetUp() override {
+    void SetUp() override
+    {
         m_previousDataHome = qgetenv("XDG_DATA_HOME");
         // A folder that does not exist yet: the list's folder is made on first use.
         qputenv("XDG_DATA_HOME", m_folder.filePath("share").toLocal8Bit());
@@ -47,7 +52,8 @@ protected:
     }
     void TearDown() override { qputenv("XDG_DATA_HOME", m_previousDataHome); }
 
-    QString bookmarkOf(const QString& file) const {
+    QString bookmarkOf(const QString& file) const
+    {
         return "/xbel/bookmark[@href='" + QString::fromUtf8(QUrl::fromLocalFile(file).toEncoded()) +
                "']";
     }
@@ -57,7 +63,8 @@ protected:
     QString m_document;
 };
 
-TEST_F(RecentDocumentsTest, FirstUseWritesAFreedesktopList) {
+TEST_F(RecentDocumentsTest, FirstUseWritesAFreedesktopList)
+{
     const QString list = m_folder.filePath("share/recently-used.xbel");
     EXPECT_EQ(RecentDocuments::listPath(), list);
     const QDateTime before = QDateTime::currentDateTimeUtc().addSecs(-1);
@@ -86,7 +93,8 @@ TEST_F(RecentDocumentsTest, FirstUseWritesAFreedesktopList) {
     EXPECT_EQ(xpath(list, "string(" + applicationPath + "/@count)"), "1");
 }
 
-TEST_F(RecentDocumentsTest, UsingAFileAgainRefreshesItsEntry) {
+TEST_F(RecentDocumentsTest, UsingAFileAgainRefreshesItsEntry)
+{
     const QString list = RecentDocuments::listPath();
     ASSERT_TRUE(RecentDocuments::add(m_document));
     const QString added = xpath(list, "string(/xbel/bookmark/@added)");
@@ -99,7 +107,8 @@ TEST_F(RecentDocumentsTest, UsingAFileAgainRefreshesItsEntry) {
     EXPECT_EQ(xpath(list, "string(/xbel/bookmark/@added)"), added);
 }
 
-TEST_F(RecentDocumentsTest, EntriesOfOtherApplicationsStay) {
+TEST_F(RecentDocumentsTest, EntriesOfOtherApplicationsStay)
+{
     const QString list = RecentDocuments::listPath();
     const QByteArray ours = QUrl::fromLocalFile(m_document).toEncoded();
     write(
@@ -160,7 +169,8 @@ TEST_F(RecentDocumentsTest, EntriesOfOtherApplicationsStay) {
               "1");
 }
 
-TEST_F(RecentDocumentsTest, AListThatIsNotXbelIsLeftAlone) {
+TEST_F(RecentDocumentsTest, AListThatIsNotXbelIsLeftAlone)
+{
     const QString list = RecentDocuments::listPath();
     const QByteArray cases[] = {
         "<?xml version=\"1.0\"?>\n<xbel version=\"1.0\">\n  <bookmark href=\"file:///a\"",
@@ -174,7 +184,8 @@ TEST_F(RecentDocumentsTest, AListThatIsNotXbelIsLeftAlone) {
     }
 }
 
-TEST_F(RecentDocumentsTest, AnEmptyListFileIsStartedAfresh) {
+TEST_F(RecentDocumentsTest, AnEmptyListFileIsStartedAfresh)
+{
     const QString list = RecentDocuments::listPath();
     write(list, "");
     ASSERT_TRUE(RecentDocuments::add(m_document));

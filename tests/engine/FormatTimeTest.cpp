@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-TEST(FormatTime, roundsHalvesUpAndSwitchesToHoursAtOneHour) {
+TEST(FormatTime, roundsHalvesUpAndSwitchesToHoursAtOneHour)
+{
     const std::pair<double, const char*> cases[] = {
         {0, "0:00"},           {59.4, "0:59"},      {59.5, "1:00"},        {61, "1:01"},
         {599.5, "10:00"},      {3599.4, "59:59"},   {3599.5, "1:00:00"},   {3600, "1:00:00"},

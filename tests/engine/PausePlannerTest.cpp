@@ -10,7 +10,8 @@ namespace {
 constexpr float loud = 0.5f;
 constexpr float quiet = 0.001f;
 
-std::vector<float> series(std::initializer_list<std::pair<float, int>> runs) {
+std::vector<float> series(std::initializer_list<std::pair<float, int>> runs)
+{
     std::vector<float> levels;
     for (auto [level, count] : runs)
         levels.insert(levels.end(), count, level);
@@ -26,13 +27,15 @@ struct SilenceCase {
     std::vector<Segment> expected;
 };
 
-void PrintTo(const SilenceCase& c, std::ostream* out) {
+void PrintTo(const SilenceCase& c, std::ostream* out)
+{
     *out << c.name;
 }
 
 class FindSilences : public testing::TestWithParam<SilenceCase> {};
 
-TEST_P(FindSilences, findsQuietRunsOfAtLeastMinPause) {
+TEST_P(FindSilences, findsQuietRunsOfAtLeastMinPause)
+{
     const SilenceCase& c = GetParam();
     const auto found = findSilences(c.levels, c.window, -35.0, c.minPause, c.duration);
     ASSERT_EQ(found.size(), c.expected.size());
@@ -105,7 +108,8 @@ INSTANTIATE_TEST_SUITE_P(
                     {{0.0, 0.4}, {0.5, 0.9}}}),
     [](const testing::TestParamInfo<SilenceCase>& info) { return std::string(info.param.name); });
 
-TEST(FindSilencesTimes, areIndexTimesWindowWithoutDrift) {
+TEST(FindSilencesTimes, areIndexTimesWindowWithoutDrift)
+{
     // An hour of levels: adding 0.05 step by step would drift away from index × window.
     const std::size_t n = 72000;
     std::vector<float> levels(n, loud);
@@ -117,7 +121,8 @@ TEST(FindSilencesTimes, areIndexTimesWindowWithoutDrift) {
     EXPECT_EQ(found[0].end, static_cast<double>(end) * 0.05);
 }
 
-TEST(QuietThreshold, isComputedInDoubleThenNarrowed) {
+TEST(QuietThreshold, isComputedInDoubleThenNarrowed)
+{
     EXPECT_EQ(quietThreshold(-35.0), static_cast<float>(std::pow(10.0, -35.0 / 20.0)));
     EXPECT_NEAR(quietThreshold(-35.0), 0.0177828, 1e-7);
 }
@@ -131,13 +136,15 @@ struct KeepCase {
     double minKeep = 0.05;
 };
 
-void PrintTo(const KeepCase& c, std::ostream* out) {
+void PrintTo(const KeepCase& c, std::ostream* out)
+{
     *out << c.name;
 }
 
 class KeepSegments : public testing::TestWithParam<KeepCase> {};
 
-TEST_P(KeepSegments, keepTheComplementOfThePaddedCuts) {
+TEST_P(KeepSegments, keepTheComplementOfThePaddedCuts)
+{
     const KeepCase& c = GetParam();
     const auto keeps = TidleEngine::keepSegments(c.silences, c.duration, c.padding, c.minKeep);
     ASSERT_EQ(keeps.size(), c.expected.size());
@@ -171,7 +178,8 @@ INSTANTIATE_TEST_SUITE_P(
         KeepCase{"emptyFileKeepsNothing", {}, 0.04, 0.15, {}}),
     [](const testing::TestParamInfo<KeepCase>& info) { return std::string(info.param.name); });
 
-TEST(KeepSegmentsReplanning, givingBackAPauseRestoresItsSpan) {
+TEST(KeepSegmentsReplanning, givingBackAPauseRestoresItsSpan)
+{
     auto removed = [](const std::vector<Segment>& keeps) {
         double kept = 0;
         for (const Segment& k : keeps)

@@ -4,7 +4,8 @@
 
 using namespace SensitivityPresets;
 
-TEST(Sensitivity, rawValuesRoundTripExactlyAndNothingElseParses) {
+TEST(Sensitivity, rawValuesRoundTripExactlyAndNothingElseParses)
+{
     for (Sensitivity s : allCases)
         EXPECT_EQ(fromRawValue(rawValue(s)), s);
     EXPECT_EQ(rawValue(Sensitivity::aggressive), "aggressive");
@@ -12,7 +13,8 @@ TEST(Sensitivity, rawValuesRoundTripExactlyAndNothingElseParses) {
         EXPECT_FALSE(fromRawValue(QString::fromLatin1(text)).has_value()) << text;
 }
 
-TEST(Sensitivity, presetsCarryTheirNumbersAndLeaveFrameAccurateAlone) {
+TEST(Sensitivity, presetsCarryTheirNumbersAndLeaveFrameAccurateAlone)
+{
     struct Row {
         Sensitivity sensitivity;
         double threshold, minPause, padding;
@@ -29,7 +31,8 @@ TEST(Sensitivity, presetsCarryTheirNumbersAndLeaveFrameAccurateAlone) {
     EXPECT_EQ(mine, (TidleSettings{-20, 2, 0.5, true}));
 }
 
-TEST(Sensitivity, everyPresetHasATitleAndAHintInTheStringTable) {
+TEST(Sensitivity, everyPresetHasATitleAndAHintInTheStringTable)
+{
     for (Sensitivity s : allCases) {
         EXPECT_FALSE(title(s).startsWith("sensitivity.")) << rawValue(s).toStdString();
         EXPECT_FALSE(hint(s).startsWith("sensitivity.")) << rawValue(s).toStdString();
@@ -38,6 +41,7 @@ TEST(Sensitivity, everyPresetHasATitleAndAHintInTheStringTable) {
     EXPECT_EQ(title(Sensitivity::standard), "Standard");
 }
 
-TEST(TidleSettings, differingOnlyInFrameAccurateAreNotEqual) {
+TEST(TidleSettings, differingOnlyInFrameAccurateAreNotEqual)
+{
     EXPECT_NE((TidleSettings{-35, 0.6, 0.15, true}), (TidleSettings{-35, 0.6, 0.15, false}));
 }
