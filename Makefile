@@ -23,9 +23,12 @@ test: deps
 	cmake --build $(DEBUG_DIR) -j $(JOBS)
 	cd $(DEBUG_DIR) && ctest --output-on-failure -j $(JOBS)
 
-# Release benchmarks against the ffmpeg command line (fixtures made on first use).
+# Benchmarks against the ffmpeg command-line tool, printed as ratios. The first run makes
+# the fixtures (several minutes); the frame-accurate export comparison takes several more.
 bench: deps
 	bash bench/analysis.sh
+	cmake --build build/bench --target hushpane_bench_export -j $(JOBS)
+	bash bench/export.sh build/bench/bench/hushpane_bench_export
 
 clean:
 	rm -rf build

@@ -33,7 +33,7 @@ median() {
 }
 
 printf '%-24s %10s %10s %8s %10s %8s\n' file "ours (s)" "ffmpeg (s)" ratio "peak MB" pauses
-for file in "$fixtures/talk-60min.m4a" "$fixtures/talk-60min-720p.mp4"; do
+for file in "$fixtures/talk-60min.m4a" "$fixtures/talk-60min.mp4"; do
   reference=(ffmpeg -hide_banner -nostdin -i "$file" -vn
     -af aresample=16000,silencedetect=n=-35dB:d=0.6 -f null -)
   : >"$log/ours"

@@ -1,67 +1,75 @@
 #!/usr/bin/env bash
-# Makes the benchmark recordings: a 60-minute talk (espeak-ng sentences joined by pauses of
-# 0.3 to 2.5 s in a fixed pattern, looped) as AAC in .m4a, and as 720p H.264 + AAC in .mp4.
-# Usage: bench/make-fixtures.sh [folder]   (default build/bench-fixtures)
-# Idempotent: files already there are kept.
+# Makes the benchmark recordings (once; later runs reuse them) into the folder given, by
+# default build/bench-fixtures/:
+#   talk-60min.m4a   a 60-minute spoken talk with pauses, stereo 48 kHz AAC
+#   talk-60min.mp4   the same talk as 720p30 H.264 (2 s GOP, B-frames) + AAC
+#   talk-5min.mp4    its first 5 minutes, for the slow frame-accurate comparison
+# A 5-minute talk is made from espeak-ng sentences and pauses of 0.3 to 3 s, then repeated
+# by stream copy, so the hour costs one 5-minute encode.
 set -euo pipefail
 
-out=${1:-build/bench-fixtures}
-minutes=60
+here=$(cd "$(dirname "$0")/.." && pwd)
+out=${1:-$here/build/bench-fixtures}
 mkdir -p "$out"
-m4a="$out/talk-60min.m4a"
-mp4="$out/talk-60min-720p.mp4"
-if [[ -s "$m4a" && -s "$mp4" ]]; then
+if [ -s "$out/talk-60min.m4a" ] && [ -s "$out/talk-60min.mp4" ] && [ -s "$out/talk-5min.mp4" ]; then
   exit 0
 fi
 
-work=$(mktemp -d "$out/.work.XXXXXX")
+work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-ff=(ffmpeg -hide_banner -loglevel error -nostdin -y)
 
 sentences=(
-  "Good morning everyone and thank you for coming to this talk"
-  "Today I want to show you how we record and edit our weekly podcast"
-  "The first thing to know is that most of the work happens before recording"
-  "We write a short outline and agree on the questions in advance"
-  "Then we test the microphones and listen to a few seconds of each track"
-  "During the recording we try not to interrupt each other"
-  "Pauses are natural and they give the listener time to think"
-  "But long silences make a recording feel slow and unfinished"
-  "That is why we cut them out before we publish an episode"
-  "Cutting by hand takes about as long as the recording itself"
-  "A tool that finds the pauses for us saves a lot of that time"
-  "Let me now show you the numbers from our last twenty episodes"
+  "Good morning, and thank you all for coming to this session."
+  "Today I want to talk about how we record and edit spoken audio."
+  "Most recordings contain long silences where the speaker is thinking."
+  "Those pauses make a lecture feel slower than it really is."
+  "Editing them out by hand takes hours for every hour of material."
+  "So let us look at how a program can find them instead."
+  "First, we measure the loudness of the signal in short windows."
+  "Then we mark every window that is quieter than a threshold."
+  "A run of quiet windows that lasts long enough counts as a pause."
+  "We keep a little padding on each side, so the speech does not sound clipped."
+  "Finally, the kept parts are joined into a new file."
+  "Let me show you an example with a real recording."
 )
-# Pause after each sentence, in seconds: a fixed pseudo-random pattern.
-pauses=(0.3 1.7 0.8 2.5 0.45 1.1 2.0 0.6 1.4 0.35 2.2 0.9)
+pauses=(0.4 1.8 0.9 2.6 0.3 1.2 3.0 0.7 1.5 2.2 0.5 1.0 2.8 0.6 1.9)
 
-inputs=()
-graph=""
 for i in "${!sentences[@]}"; do
-  espeak-ng -v en -s 150 -w "$work/s$i.wav" "${sentences[$i]}"
-  inputs+=(-i "$work/s$i.wav")
-  graph+="aevalsrc=0:s=22050:d=${pauses[$i]}[p$i];"
+  espeak-ng -v en -s 150 -w "$work/s$i.wav" "${sentences[i]}"
+  ffmpeg -v error -nostdin -y -i "$work/s$i.wav" -ar 48000 -ac 2 -c:a pcm_s16le "$work/s$i-48k.wav"
 done
-for i in "${!sentences[@]}"; do
-  graph+="[$i][p$i]"
+for i in "${!pauses[@]}"; do
+  ffmpeg -v error -nostdin -y -f lavfi -i "anullsrc=r=48000:cl=stereo" -t "${pauses[i]}" \
+    -c:a pcm_s16le "$work/p$i.wav"
 done
-graph+="concat=n=$(( ${#sentences[@]} * 2 )):v=0:a=1"
-"${ff[@]}" "${inputs[@]}" -filter_complex "$graph" "$work/cycle.wav"
 
-seconds=$(( minutes * 60 ))
-# The talk, looped to length, as a stereo recording would come from a recorder or camera.
-talk=(-stream_loop -1 -i "$work/cycle.wav" -t "$seconds" -ac 2)
-if [[ ! -s "$m4a" ]]; then
-  "${ff[@]}" "${talk[@]}" -ar 44100 -c:a aac -b:a 128k "$work/talk.m4a"
-  mv "$work/talk.m4a" "$m4a"
-fi
-if [[ ! -s "$mp4" ]]; then
-  # One minute of picture, encoded once and looped by stream copy: its 250-frame GOPs
-  # divide the minute evenly, so the copies join cleanly.
-  "${ff[@]}" -f lavfi -i testsrc2=s=1280x720:r=25:d=60 -c:v libx264 -preset veryfast -crf 28 \
-    -g 250 -pix_fmt yuv420p "$work/picture.mp4"
-  "${ff[@]}" "${talk[@]}" -ar 48000 -c:a aac -b:a 128k "$work/sound.m4a"
-  "${ff[@]}" -stream_loop -1 -i "$work/picture.mp4" -i "$work/sound.m4a" -map 0:v -map 1:a \
-    -c copy -t "$seconds" -movflags +faststart "$work/talk.mp4"
-  mv "$work/talk.mp4" "$mp4"
-fi
+# Sentences and pauses in a fixed, irregular order until 5 minutes are filled.
+list="$work/list.txt"
+: >"$list"
+total=0
+n=0
+while awk -v t="$total" 'BEGIN { exit !(t < 300) }'; do
+  s=$(( (n * 7) % ${#sentences[@]} ))
+  p=$(( (n * 5) % ${#pauses[@]} ))
+  printf "file '%s'\nfile '%s'\n" "$work/s$s-48k.wav" "$work/p$p.wav" >>"$list"
+  length=$(ffprobe -v error -show_entries format=duration -of csv=p=0 "$work/s$s-48k.wav")
+  total=$(awk -v t="$total" -v l="$length" -v p="${pauses[p]}" 'BEGIN { print t + l + p }')
+  n=$((n + 1))
+done
+ffmpeg -v error -nostdin -y -f concat -safe 0 -i "$list" -t 300 -c:a pcm_s16le "$work/talk5.wav"
+
+# The picture: a still slide with a small moving waveform, like a screen recording.
+ffmpeg -v error -nostdin -y -i "$work/talk5.wav" -filter_complex \
+  "color=c=0x1d3557:s=1280x720:r=30:d=300[bg];[0:a]showwaves=s=1280x200:mode=line:rate=30:colors=0xf1faee[w];[bg][w]overlay=0:520,format=yuv420p[v]" \
+  -map "[v]" -map 0:a -c:v libx264 -preset veryfast -crf 23 -g 60 -c:a aac -b:a 128k \
+  -movflags +faststart "$work/talk-5min.mp4"
+ffmpeg -v error -nostdin -y -i "$work/talk5.wav" -c:a aac -b:a 128k "$work/talk-5min.m4a"
+
+ffmpeg -v error -nostdin -y -stream_loop 11 -i "$work/talk-5min.mp4" -c copy -movflags +faststart \
+  "$work/talk-60min.mp4"
+ffmpeg -v error -nostdin -y -stream_loop 11 -i "$work/talk-5min.m4a" -c copy -movflags +faststart \
+  "$work/talk-60min.m4a"
+
+for name in talk-5min.mp4 talk-60min.mp4 talk-60min.m4a; do
+  mv "$work/$name" "$out/$name"
+done

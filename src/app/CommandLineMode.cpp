@@ -1,9 +1,76 @@
 #include "CommandLineMode.h"
 
-#include <cstdio>
+#include "CommandLineRequest.h"
+#include "FormatTime.h"
+#include "Sensitivity.h"
+#include "TidleEngine.h"
+#include "UserMessage.h"
 
-int runCLI(const QStringList&)
-{
-    std::printf("The command-line mode of Hushpane is not built yet.\n");
-    return 1;
+#include <QDir>
+#include <QtGlobal>
+#include <cstdio>
+#include <exception>
+
+extern "C" {
+#include <libavutil/log.h>
+}
+
+namespace {
+
+void printLine(const QString& text) {
+    std::fputs(text.toUtf8().constData(), stdout);
+    std::fputc('\n', stdout);
+}
+
+void printReport(const Analysis& analysis) {
+    printLine(QStringLiteral("duration: ") + formatTime(analysis.duration));
+    printLine(QStringLiteral("pauses:   %1, removing %2")
+                  .arg(analysis.silences.size())
+                  .arg(formatTime(analysis.removedSeconds())));
+    printLine(QStringLiteral("keeping:  %1 across %2 segments")
+                  .arg(formatTime(analysis.keptSeconds()))
+                  .arg(analysis.keeps.size()));
+}
+
+// Qt's own formatting: a dot as decimal mark whatever the user's locale.
+void printProgress(double fraction) {
+    std::fputs(QString::asprintf("\r%5.1f%%", fraction * 100.0).toUtf8().constData(), stdout);
+    std::fflush(stdout);
+}
+
+// Standard output is the mode's only channel: the media library and Qt stay quiet.
+void silenceLibraries() {
+    av_log_set_level(AV_LOG_QUIET);
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+}
+
+} // namespace
+
+int runCLI(const QStringList& arguments) {
+    silenceLibraries();
+    const auto request = CommandLineRequest::parse(arguments, QDir::currentPath());
+    if (!request) {
+        printLine(QStringLiteral("usage: Hushpane --cli [--fast] <input> [output]"));
+        std::fflush(stdout);
+        return 2;
+    }
+
+    TidleSettings settings;
+    SensitivityPresets::applyNumbers(Sensitivity::standard, settings);
+    settings.frameAccurate = !request->fast;
+
+    TidleEngine engine;
+    try {
+        const Analysis analysis = engine.analyze(request->input, settings);
+        printReport(analysis);
+        std::fflush(stdout);
+        engine.encode(request->input, request->output, analysis, settings, printProgress);
+    } catch (const std::exception& error) {
+        printLine(QStringLiteral("error: ") + userMessage(error));
+        std::fflush(stdout);
+        return 1;
+    }
+    printLine(QStringLiteral("\rdone: ") + request->output);
+    std::fflush(stdout);
+    return 0;
 }

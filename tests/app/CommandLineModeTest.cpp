@@ -1,0 +1,198 @@
+#include "Fixtures.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+using Fixtures::runHushpane;
+
+const QString usage = "usage: Hushpane --cli [--fast] <input> [output]\n";
+
+// 3 s of a steady tone: no pause at all.
+QString steadyTone() {
+    return Fixtures::makeWithFfmpeg(
+        "cli-steady.m4a", {"-f", "lavfi", "-i", "sine=f=440:d=3:sample_rate=48000", "-c:a", "aac"});
+}
+
+// 3 s of digital silence: one pause over everything.
+QString allQuiet() {
+    return Fixtures::makeWithFfmpeg(
+        "cli-quiet.m4a",
+        {"-f", "lavfi", "-i", "anullsrc=r=48000:cl=mono", "-t", "3", "-c:a", "aac"});
+}
+
+// 3 s of H.264 (a keyframe every second) with a steady tone.
+QString steadyVideo() {
+    return Fixtures::makeWithFfmpeg(
+        "cli-video.mp4", {"-f",       "lavfi",   "-i",      "testsrc2=s=160x120:r=25:d=3",
+                          "-f",       "lavfi",   "-i",      "sine=f=440:d=3:sample_rate=48000",
+                          "-c:v",     "libx264", "-preset", "veryfast",
+                          "-crf",     "30",      "-g",      "25",
+                          "-pix_fmt", "yuv420p", "-c:a",    "aac"});
+}
+
+QStringList lines(const QString& output) {
+    return output.split('\n', Qt::SkipEmptyParts);
+}
+
+QByteArray fileHash(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256);
+}
+
+std::vector<int> videoPacketSizes(const QString& file) {
+    const auto result =
+        Fixtures::run("ffprobe", {"-v", "error", "-select_streams", "v:0", "-show_entries",
+                                  "packet=size", "-of", "csv=p=0", file});
+    std::vector<int> sizes;
+    for (const QString& line : lines(result.standardOutput))
+        sizes.push_back(line.toInt());
+    return sizes;
+}
+
+TEST(CommandLineMode, withoutAnInputPrintsTheUsageAndExitsWithTwo) {
+    for (const QStringList& arguments : {QStringList{"--cli"}, QStringList{"--fast", "--cli"}}) {
+        const auto result = runHushpane(arguments);
+        EXPECT_EQ(result.exitCode, 2);
+        EXPECT_EQ(result.standardOutput, usage);
+        EXPECT_EQ(result.standardError, "");
+    }
+}
+
+TEST(CommandLineMode, aRecordingWithoutPausesIsWrittenWhole) {
+    QTemporaryDir folder;
+    const QString output = folder.filePath("out.m4a");
+    const auto result = runHushpane({"--cli", steadyTone(), output});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.standardError, "");
+    const QStringList printed = lines(result.standardOutput);
+    ASSERT_EQ(printed.size(), 4) << result.standardOutput.toStdString();
+    EXPECT_EQ(printed[0], "duration: 0:03");
+    EXPECT_EQ(printed[1], "pauses:   0, removing 0:00");
+    EXPECT_EQ(printed[2], "keeping:  0:03 across 1 segments");
+    // The percentage counts up on one line, ends at 100 and "done" goes over it.
+    EXPECT_TRUE(printed[3].endsWith("\r100.0%\rdone: " + output)) << printed[3].toStdString();
+    EXPECT_TRUE(
+        QRegularExpression(R"(^(\r[ \d]{2}\d\.\d%)+\rdone: )").match(printed[3]).hasMatch());
+    EXPECT_EQ(Fixtures::decodeErrors(output), "");
+    EXPECT_NEAR(Fixtures::probeDuration(output), 3.0, 0.03);
+}
+
+TEST(CommandLineMode, anAllQuietRecordingKeepsItsPaddedEnds) {
+    QTemporaryDir folder;
+    const QString output = folder.filePath("out.m4a");
+    const auto result = runHushpane({"--cli", allQuiet(), output});
+    EXPECT_EQ(result.exitCode, 0);
+    const QStringList printed = lines(result.standardOutput);
+    ASSERT_GE(printed.size(), 3);
+    EXPECT_EQ(printed[0], "duration: 0:03");
+    EXPECT_EQ(printed[1], "pauses:   1, removing 0:03");
+    EXPECT_EQ(printed[2], "keeping:  0:00 across 2 segments");
+    // The first and the last 0.15 s.
+    EXPECT_NEAR(Fixtures::probeDuration(output), 0.3, 0.03);
+}
+
+TEST(CommandLineMode, aBrokenFileGivesTheErrorLineAndStatusOne) {
+    QTemporaryDir folder;
+    const QString input = folder.filePath("broken.m4a");
+    QFile file(input);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("this is not a recording");
+    file.close();
+    const auto result = runHushpane({"--cli", input});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.standardError, "");
+    const QStringList printed = lines(result.standardOutput);
+    ASSERT_EQ(printed.size(), 1);
+    EXPECT_TRUE(printed[0].startsWith("error: ")) << printed[0].toStdString();
+    EXPECT_GT(printed[0].size(), QString("error: ").size());
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"broken.m4a"});
+}
+
+TEST(CommandLineMode, writesBesideTheInputUnderTheDefaultName) {
+    QTemporaryDir folder;
+    const QString input = folder.filePath("talk.final.m4a");
+    ASSERT_TRUE(QFile::copy(steadyTone(), input));
+    const auto result = runHushpane({"--cli", input});
+    EXPECT_EQ(result.exitCode, 0);
+    const QString output = folder.filePath("talk.final_tidled.mp4");
+    EXPECT_TRUE(result.standardOutput.endsWith("\rdone: " + output + "\n"));
+    // The name says .mp4; the sound-only container is what goes in.
+    EXPECT_EQ(Fixtures::probe(output)
+                  .value("format")
+                  .toObject()
+                  .value("tags")
+                  .toObject()
+                  .value("major_brand")
+                  .toString(),
+              "M4A ");
+}
+
+TEST(CommandLineMode, ignoresAThirdPath) {
+    QTemporaryDir folder;
+    const auto result = runHushpane(
+        {"--cli", steadyTone(), folder.filePath("out.m4a"), folder.filePath("extra.m4a")});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"out.m4a"});
+}
+
+TEST(CommandLineMode, fastBeforeCliCopiesTheVideo) {
+    QTemporaryDir folder;
+    const QString fast = folder.filePath("fast.mp4");
+    const QString accurate = folder.filePath("accurate.mp4");
+    ASSERT_EQ(runHushpane({"--fast", "--cli", steadyVideo(), fast}).exitCode, 0);
+    ASSERT_EQ(runHushpane({"--cli", steadyVideo(), accurate}).exitCode, 0);
+    // Nothing is cut, so a copy holds the source's packets as they were; a re-encode does not.
+    const auto source = videoPacketSizes(steadyVideo());
+    EXPECT_EQ(videoPacketSizes(fast), source);
+    EXPECT_NE(videoPacketSizes(accurate), source);
+    EXPECT_EQ(Fixtures::decodeErrors(fast), "");
+}
+
+TEST(CommandLineMode, resolvesRelativePathsAgainstTheWorkingDirectory) {
+    QTemporaryDir folder;
+    ASSERT_TRUE(QFile::copy(steadyTone(), folder.filePath("talk.m4a")));
+    QProcess process;
+    process.setWorkingDirectory(folder.path());
+    process.start(HUSHPANE_BINARY, {"--cli", "talk.m4a", "out.m4a"});
+    ASSERT_TRUE(process.waitForFinished(120000));
+    EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_TRUE(QString::fromUtf8(process.readAllStandardOutput())
+                    .endsWith("\rdone: " + folder.filePath("out.m4a") + "\n"));
+    EXPECT_TRUE(QFile::exists(folder.filePath("out.m4a")));
+}
+
+TEST(CommandLineMode, refusesToWriteOverTheInput) {
+    QTemporaryDir folder;
+    const QString input = folder.filePath("talk.m4a");
+    ASSERT_TRUE(QFile::copy(steadyTone(), input));
+    const QByteArray before = fileHash(input);
+    const auto result = runHushpane({"--cli", input, folder.path() + "/./talk.m4a"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_TRUE(lines(result.standardOutput).last().startsWith("error: "));
+    EXPECT_EQ(fileHash(input), before);
+}
+
+TEST(CommandLineMode, anExportFailureFollowsTheReport) {
+    QTemporaryDir folder;
+    const auto result = runHushpane({"--cli", steadyTone(), folder.filePath("missing/out.m4a")});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.standardError, "");
+    const QStringList printed = lines(result.standardOutput);
+    ASSERT_EQ(printed.size(), 4);
+    EXPECT_TRUE(printed[0].startsWith("duration: "));
+    EXPECT_EQ(printed[3],
+              "error: The new file could not be written: creating the new file: No such "
+              "file or directory.");
+}
+
+} // namespace
