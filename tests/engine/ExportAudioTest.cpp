@@ -119,4 +119,17 @@ INSTANTIATE_TEST_SUITE_P(Table, AudioOnlyLayout,
                                          LayoutCase{"monoWav22k", 1, 22050, "wav", 1}),
                          [](const auto& info) { return std::string(info.param.name); });
 
+TEST(AudioOnlyTracks, onlyTheFirstSoundTrackGoesOver) {
+    QTemporaryDir folder;
+    const QString output = folder.filePath("out.m4a");
+    TidleEngine engine;
+    engine.encode(ExportFixtures::twoSoundTracks(), output,
+                  ExportFixtures::analysis({{0.25, 1.75}}, 2.0, false, OutputContainer::AppleM4A),
+                  settings(true), [](double) {});
+    ASSERT_EQ(ExportProbe::streams(output, "audio").size(), 1u);
+    EXPECT_NEAR(
+        ExportProbe::toneFrequency(ExportProbe::decodeSound(output, 0.5, 0.5, 48000), 48000), 440.0,
+        440.0 * 0.02);
+}
+
 } // namespace

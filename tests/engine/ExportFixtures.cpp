@@ -139,6 +139,20 @@ QString h264WithPcm() {
                                      "yuv420p", "-c:a", "pcm_s16le"});
 }
 
+QString oddSizedVideo() {
+    return Fixtures::makeWithFfmpeg(
+        "export-odd.mp4", {"-f", "lavfi", "-i", "testsrc2=s=161x121:r=25:d=2", "-f", "lavfi", "-i",
+                           "sine=f=440:d=2:sample_rate=48000", "-c:v", "libx264", "-preset",
+                           "veryfast", "-pix_fmt", "yuv444p", "-c:a", "aac"});
+}
+
+QString twoSoundTracks() {
+    return Fixtures::makeWithFfmpeg("export-two-tracks.m4a",
+                                    {"-f", "lavfi", "-i", "sine=f=440:d=2:sample_rate=48000", "-f",
+                                     "lavfi", "-i", "sine=f=1000:d=2:sample_rate=48000", "-map",
+                                     "0:a", "-map", "1:a", "-c:a", "aac"});
+}
+
 QString silentVideo() {
     return Fixtures::makeWithFfmpeg("export-silent.mp4",
                                     {"-f", "lavfi", "-i", "testsrc2=s=160x120:r=25:d=2", "-c:v",

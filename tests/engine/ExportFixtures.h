@@ -33,6 +33,10 @@ QString flash();
 QString proresMovie();
 // 4 s of H.264 with PCM sound in a .mov: the sound cannot go into an .mp4 as it is.
 QString h264WithPcm();
+// 2 s of 161x121 H.264 (odd sizes) with sound.
+QString oddSizedVideo();
+// 2 s of sound with two tracks: 440 Hz first, 1000 Hz second.
+QString twoSoundTracks();
 // 2 s of H.264 without sound.
 QString silentVideo();
 // 20 s of 640x360 H.264 with sound: long enough to be cancelled midway.

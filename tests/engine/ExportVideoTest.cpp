@@ -151,4 +151,73 @@ TEST(FastExport, copiesTheVideoFromTheKeyframeBeforeEachKeep) {
     EXPECT_LE(Fixtures::probeDuration(output), 2.8 + 2 * (1.0 + 0.2));
 }
 
+QString exportOnce(const QString& input, const QString& name, std::vector<Segment> keeps,
+                   OutputContainer container, bool frameAccurate) {
+    static QTemporaryDir folder;
+    const QString output = folder.filePath(name);
+    TidleSettings settings;
+    settings.frameAccurate = frameAccurate;
+    TidleEngine engine;
+    engine.encode(input, output, ExportFixtures::analysis(std::move(keeps), 4.0, true, container),
+                  settings, [](double) {});
+    return output;
+}
+
+TEST(FastExport, copiesProResAndPcmIntoAQuickTimeMovie) {
+    const QString output = exportOnce(ExportFixtures::proresMovie(), "prores.mov", {{0.5, 1.5}},
+                                      OutputContainer::QuickTimeMovie, false);
+    EXPECT_EQ(Fixtures::decodeErrors(output), "");
+    EXPECT_EQ(ExportProbe::format(output).value("tags").toObject().value("major_brand").toString(),
+              "qt  ");
+    EXPECT_EQ(ExportProbe::streams(output, "video").at(0).value("codec_name").toString(), "prores");
+    EXPECT_EQ(ExportProbe::streams(output, "audio").at(0).value("codec_name").toString(),
+              "pcm_s16le");
+    // Every ProRes picture is a keyframe: the span starts at the picture shown at 0.5 s
+    // (0.48 s) and runs to 1.5 s.
+    EXPECT_EQ(ExportProbe::countVideoFrames(output), 26);
+}
+
+TEST(FastExport, reencodesSoundTheContainerCannotHoldAndCopiesThePictures) {
+    const QString output = exportOnce(ExportFixtures::h264WithPcm(), "pcm.mp4",
+                                      {{1.3, 2.2}, {2.6, 3.6}}, OutputContainer::MPEG4, false);
+    EXPECT_EQ(Fixtures::decodeErrors(output), "");
+    const auto video = ExportProbe::streams(output, "video");
+    const auto sound = ExportProbe::streams(output, "audio");
+    ASSERT_EQ(video.size(), 1u);
+    ASSERT_EQ(sound.size(), 1u);
+    EXPECT_EQ(sound[0].value("codec_name").toString(), "aac");
+    EXPECT_NEAR(ExportProbe::streamDuration(video[0]), ExportProbe::streamDuration(sound[0]), 0.05);
+    const auto source = ExportProbe::packets(ExportFixtures::h264WithPcm(), "v");
+    const auto copied = ExportProbe::packets(output, "v");
+    const auto keyframe = std::find_if(source.begin(), source.end(), [](const auto& packet) {
+        return packet.key && std::abs(packet.time - 1.0) < 0.001;
+    });
+    ASSERT_NE(keyframe, source.end());
+    ASSERT_FALSE(copied.empty());
+    EXPECT_EQ(copied.front().size, keyframe->size);
+}
+
+TEST(FrameAccurateExport, convertsTenBitFourTwoTwoProResToEightBitFourTwoZero) {
+    const QString output = exportOnce(ExportFixtures::proresMovie(), "prores.mp4", {{0.5, 1.5}},
+                                      OutputContainer::MPEG4, true);
+    EXPECT_EQ(Fixtures::decodeErrors(output), "");
+    const QJsonObject video = ExportProbe::streams(output, "video").at(0);
+    EXPECT_EQ(video.value("codec_name").toString(), "h264");
+    EXPECT_EQ(video.value("pix_fmt").toString(), "yuv420p");
+    // The picture on screen at 0.5 s (shown from 0.48 s) opens the keep, then 25 more.
+    EXPECT_EQ(ExportProbe::countVideoFrames(output), 26);
+    EXPECT_NEAR(ExportProbe::streamDuration(video), 1.0, 0.001);
+}
+
+TEST(FrameAccurateExport, trimsOddSizesToEvenOnes) {
+    const QString output = exportOnce(ExportFixtures::oddSizedVideo(), "odd.mp4", {{0.2, 1.2}},
+                                      OutputContainer::MPEG4, true);
+    EXPECT_EQ(Fixtures::decodeErrors(output), "");
+    const QJsonObject video = ExportProbe::streams(output, "video").at(0);
+    EXPECT_EQ(video.value("width").toInt(), 160);
+    EXPECT_EQ(video.value("height").toInt(), 120);
+    EXPECT_EQ(video.value("pix_fmt").toString(), "yuv420p");
+    EXPECT_EQ(ExportProbe::countVideoFrames(output), 25);
+}
+
 } // namespace

@@ -9,11 +9,20 @@ extern "C" {
 
 AudioTranscoder::AudioTranscoder(const AVStream* source, const CutList& cuts, int64_t sourceOrigin,
                                  OutputFile& output)
+    : AudioTranscoder(source, output) {
+    setCuts(cuts, sourceOrigin);
+}
+
+AudioTranscoder::AudioTranscoder(const AVStream* source, OutputFile& output)
     : m_source(source)
-    , m_cuts(cuts)
-    , m_sourceOrigin(sourceOrigin)
+    , m_cuts(CutList::keepTimeBase, {})
     , m_decoder(source, "sound")
     , m_encoder(m_decoder.context(), output) {}
+
+void AudioTranscoder::setCuts(const CutList& cuts, int64_t sourceOrigin) {
+    m_cuts = cuts;
+    m_sourceOrigin = sourceOrigin;
+}
 
 void AudioTranscoder::decode(const AVPacket* packet) {
     m_decoder.decode(packet, [this](const AVFrame* frame) { take(frame); });
