@@ -24,12 +24,11 @@ test: deps
 	cd $(DEBUG_DIR) && ctest --output-on-failure -j $(JOBS)
 
 # Benchmarks against the ffmpeg command-line tool, printed as ratios. The first run makes
-# the fixtures (a few minutes); the frame-accurate comparison alone takes several more.
+# the fixtures (several minutes); the frame-accurate export comparison takes several more.
 bench: deps
-	cmake -S . -B $(RELEASE_DIR) -G Ninja -DCMAKE_BUILD_TYPE=Release -DHUSHPANE_TESTS=OFF -DHUSHPANE_BENCH=ON
-	cmake --build $(RELEASE_DIR) -j $(JOBS) --target hushpane-bench-export
-	bash bench/make-fixtures.sh
-	bash bench/export.sh $(RELEASE_DIR)/bench/hushpane-bench-export
+	bash bench/analysis.sh
+	cmake --build build/bench --target hushpane_bench_export -j $(JOBS)
+	bash bench/export.sh build/bench/bench/hushpane_bench_export
 
 clean:
 	rm -rf build

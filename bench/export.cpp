@@ -1,8 +1,8 @@
 // Times our export against other tools on the same cuts.
 //
-//   hushpane-bench-export analyse <input> <keeps.txt>
+//   hushpane_bench_export analyse <input> <keeps.txt>
 //       analyses with the standard preset and writes one "start end" line per keep
-//   hushpane-bench-export export <input> <keeps.txt> <output> audio|accurate|fast
+//   hushpane_bench_export export <input> <keeps.txt> <output> audio|accurate|fast
 //       writes those keeps as the app would, and nothing else
 //
 // Analysing once and handing the same keep list to every tool times the export alone.
@@ -81,8 +81,8 @@ int main(int argc, char** argv) {
         std::printf("error: %s\n", userMessage(error).toUtf8().constData());
         return 1;
     }
-    std::printf("usage: hushpane-bench-export analyse <input> <keeps.txt>\n"
-                "       hushpane-bench-export export <input> <keeps.txt> <output> "
+    std::printf("usage: hushpane_bench_export analyse <input> <keeps.txt>\n"
+                "       hushpane_bench_export export <input> <keeps.txt> <output> "
                 "audio|accurate|fast\n");
     return 2;
 }

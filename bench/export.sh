@@ -5,7 +5,7 @@
 # processor time (user + system, children included) is printed too: on a machine shared
 # with other work it varies less than the wall-clock time.
 #
-#   bash bench/export.sh <hushpane-bench-export> [audio] [accurate] [fast]
+#   bash bench/export.sh <hushpane_bench_export> [audio] [accurate] [fast]
 #
 # Each recording is analysed once; both tools get the same keep list, so only the export
 # is timed. ffmpeg does what a careful user would type:

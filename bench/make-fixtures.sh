@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Makes the benchmark recordings into build/bench-fixtures/ (once; later runs reuse them):
+# Makes the benchmark recordings (once; later runs reuse them) into the folder given, by
+# default build/bench-fixtures/:
 #   talk-60min.m4a   a 60-minute spoken talk with pauses, stereo 48 kHz AAC
 #   talk-60min.mp4   the same talk as 720p30 H.264 (2 s GOP, B-frames) + AAC
 #   talk-5min.mp4    its first 5 minutes, for the slow frame-accurate comparison
@@ -8,7 +9,7 @@
 set -euo pipefail
 
 here=$(cd "$(dirname "$0")/.." && pwd)
-out="$here/build/bench-fixtures"
+out=${1:-$here/build/bench-fixtures}
 mkdir -p "$out"
 if [ -s "$out/talk-60min.m4a" ] && [ -s "$out/talk-60min.mp4" ] && [ -s "$out/talk-5min.mp4" ]; then
   exit 0

@@ -18,6 +18,8 @@ packages=(
   googletest libgtest-dev libgmock-dev ffmpeg espeak-ng xvfb xauth
   # tests: a private session bus for the notification test
   dbus-daemon
+  # tests: an independent XML reader for the recent-files list
+  libxml2-utils
 )
 
 missing=()

@@ -5,8 +5,8 @@
 const QStringList& supportedExtensions()
 {
     static const QStringList extensions = {
-        QStringLiteral("mp4"), QStringLiteral("mov"), QStringLiteral("m4v"), QStringLiteral("qt"),
-        QStringLiteral("mp3"), QStringLiteral("m4a"), QStringLiteral("wav"), QStringLiteral("aac"),
+        QStringLiteral("mp4"),  QStringLiteral("mov"), QStringLiteral("m4v"), QStringLiteral("qt"),
+        QStringLiteral("mp3"),  QStringLiteral("m4a"), QStringLiteral("wav"), QStringLiteral("aac"),
         QStringLiteral("aiff"), QStringLiteral("aif"), QStringLiteral("caf")};
     return extensions;
 }

@@ -1,12 +1,24 @@
 #include "BatchModel.h"
 
+#include "Completion.h"
+#include "Ellipsize.h"
 #include "Localization.h"
+#include "OutputName.h"
+#include "Stats.h"
+#include "TidleError.h"
+#include "UserMessage.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QSet>
+#include <chrono>
+#include <thread>
 
 namespace {
+
+constexpr int maxReasonCharacters = 80;
+// Removing this little or less is not worth a new file.
+constexpr double minRemovedSeconds = 0.01;
 
 QList<QUrl> supportedEntries(const QString& folder)
 {
@@ -24,11 +36,27 @@ QList<QUrl> supportedEntries(const QString& folder)
     return entries;
 }
 
+QString failureText(const std::exception& error)
+{
+    return ellipsize(userMessage(error), maxReasonCharacters);
+}
+
 } // namespace
 
 BatchModel::BatchModel(QObject* parent)
     : QObject(parent)
 {
+}
+
+BatchModel::~BatchModel()
+{
+    m_closing = true;
+    // The engine forgets a cancel that comes just before it starts a file, so keep asking
+    // until the job has seen m_closing and let go; each file stops at its next packet.
+    while (m_jobActive) {
+        m_engine.cancel();
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
 }
 
 void BatchModel::setSensitivity(Sensitivity sensitivity)
@@ -61,6 +89,30 @@ void BatchModel::setItems(const QList<QUrl>& locations)
         items.append(BatchItem{QUuid::createUuid(), candidate, BatchItem::Waiting{}});
     }
     setItemList(std::move(items));
+}
+
+void BatchModel::run()
+{
+    if (m_running || m_items.isEmpty())
+        return;
+    m_cancelRequested = false;
+    setRunning(true);
+    const TidleSettings settings = runSettings(m_sensitivity);
+    QList<QUrl> locations;
+    for (const BatchItem& item : m_items)
+        locations.append(item.url);
+    m_queue.submit([this, locations, settings] {
+        m_jobActive = true;
+        if (!m_closing)
+            processAll(locations, settings);
+        m_jobActive = false;
+    });
+}
+
+void BatchModel::stop()
+{
+    m_cancelRequested = true;
+    m_engine.cancel();
 }
 
 void BatchModel::clear()
@@ -109,4 +161,106 @@ void BatchModel::setRunning(bool running)
 {
     m_running = running;
     emit isRunningChanged();
+}
+
+void BatchModel::processAll(const QList<QUrl>& locations, const TidleSettings& settings)
+{
+    for (int i = 0; i < locations.size(); ++i) {
+        if (m_cancelRequested || m_closing)
+            break;
+        process(i, locations[i], settings);
+    }
+    if (!m_closing)
+        QMetaObject::invokeMethod(
+            this, [this] { finishRun(); }, Qt::QueuedConnection);
+}
+
+void BatchModel::process(int index, const QUrl& location, const TidleSettings& settings)
+{
+    update(index, BatchItem::Analyzing{});
+    const QString input = location.toLocalFile();
+    Analysis analysis;
+    try {
+        analysis = m_engine.analyze(input, settings);
+    } catch (const TidleError& error) {
+        switch (error.kind()) {
+        case TidleError::Kind::cancelled:
+            update(index, BatchItem::Failed{localized("batch.fail.cancelled")});
+            break;
+        case TidleError::Kind::allSilent:
+            update(index, BatchItem::Skipped{localized("batch.skip.allSilent")});
+            break;
+        case TidleError::Kind::noAudioTrack:
+            update(index, BatchItem::Skipped{localized("batch.skip.noAudio")});
+            break;
+        default:
+            update(index, BatchItem::Failed{failureText(error)});
+            break;
+        }
+        return;
+    } catch (const std::exception& error) {
+        update(index, BatchItem::Failed{failureText(error)});
+        return;
+    }
+
+    const double removed = analysis.duration - analysis.keptSeconds();
+    if (removed <= minRemovedSeconds) {
+        update(index, BatchItem::Skipped{localized("batch.skip.noPauses")});
+        return;
+    }
+
+    const QString output =
+        QFileInfo(input).dir().filePath(defaultOutputName(location, analysis.outputExtension));
+    try {
+        m_engine.encode(input, output, analysis, settings, [this, index](double fraction) {
+            if (!m_closing)
+                update(index, BatchItem::Encoding{fraction});
+        });
+    } catch (const TidleError& error) {
+        if (error.kind() == TidleError::Kind::cancelled)
+            update(index, BatchItem::Failed{localized("batch.fail.cancelled")});
+        else
+            update(index, BatchItem::Failed{failureText(error)});
+        return;
+    } catch (const std::exception& error) {
+        update(index, BatchItem::Failed{failureText(error)});
+        return;
+    }
+    update(index, BatchItem::Encoding{1.0});
+
+    const double saved = analysis.removedSeconds();
+    // The running total is read and written on the main thread only.
+    QMetaObject::invokeMethod(
+        this, [saved] { Stats::add(saved); }, Qt::QueuedConnection);
+    update(index, BatchItem::Done{saved / analysis.duration, QUrl::fromLocalFile(output)});
+}
+
+void BatchModel::update(int index, const BatchItem::Status& status)
+{
+    if (m_closing)
+        return;
+    QMetaObject::invokeMethod(
+        this, [this, index, status] { applyStatus(index, status); }, Qt::QueuedConnection);
+}
+
+void BatchModel::applyStatus(int index, const BatchItem::Status& status)
+{
+    if (index < 0 || index >= m_items.size())
+        return;
+    m_items[index].status = status;
+    emit itemStatusChanged(index);
+    emit itemsChanged();
+}
+
+void BatchModel::finishRun()
+{
+    setRunning(false);
+    int done = 0;
+    for (const BatchItem& item : m_items) {
+        if (std::holds_alternative<BatchItem::Done>(item.status))
+            ++done;
+    }
+    if (done == 0 || m_cancelRequested)
+        return;
+    Completion::notify(localized("notify.batch.title"), localizedCount("notify.batch.body", done));
 }

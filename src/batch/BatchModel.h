@@ -2,11 +2,14 @@
 
 #include "BatchItem.h"
 #include "Sensitivity.h"
+#include "SerialQueue.h"
+#include "TidleEngine.h"
 #include "TidleSettings.h"
 
 #include <QList>
 #include <QObject>
 #include <QUrl>
+#include <atomic>
 
 // Many recordings processed one after another with one preset: folders expand one level,
 // each file is analysed and, when there is something to remove, written beside itself.
@@ -21,6 +24,9 @@ class BatchModel : public QObject {
 
 public:
     explicit BatchModel(QObject* parent = nullptr);
+    // Stops the running file and waits for the queue; nothing of the run reaches the model
+    // afterwards.
+    ~BatchModel() override;
 
     const QList<BatchItem>& items() const { return m_items; }
     bool isRunning() const { return m_running; }
@@ -32,6 +38,10 @@ public:
     // ones too), the first of two equal paths kept, missing paths dropped. Ignored while
     // running.
     Q_INVOKABLE void setItems(const QList<QUrl>& locations);
+    // Processes the whole list with the current preset; returns at once.
+    Q_INVOKABLE void run();
+    // The running file fails as stopped and no further file is started.
+    Q_INVOKABLE void stop();
     // Empties the list unless a run is in progress.
     Q_INVOKABLE void clear();
 
@@ -50,8 +60,26 @@ signals:
 private:
     void setItemList(QList<BatchItem> items);
     void setRunning(bool running);
+    // On the worker.
+    void processAll(const QList<QUrl>& locations, const TidleSettings& settings);
+    void process(int index, const QUrl& location, const TidleSettings& settings);
+    // Callable from any thread: the change reaches the main thread after every earlier one.
+    void update(int index, const BatchItem::Status& status);
+    void applyStatus(int index, const BatchItem::Status& status);
+    void finishRun();
 
     QList<BatchItem> m_items;
     bool m_running = false;
     Sensitivity m_sensitivity = Sensitivity::standard;
+
+    // Written on the main thread, read by the worker.
+    std::atomic<bool> m_cancelRequested{false};
+    std::atomic<bool> m_closing{false};
+    // Set by the worker while a run's job executes, so the destructor knows what to wait for.
+    std::atomic<bool> m_jobActive{false};
+
+    // The worker uses the engine and posts to this object; both outlive it because the queue,
+    // declared last, is destroyed (and its thread joined) first.
+    TidleEngine m_engine;
+    SerialQueue m_queue{QStringLiteral("batch")};
 };

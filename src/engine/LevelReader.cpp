@@ -9,11 +9,13 @@
 #include <cmath>
 
 LevelReader::LevelReader(double duration)
-    : m_expected(std::max(duration / (double(windowSamples) / sampleRate), 1.0)) {
+    : m_expected(std::max(duration / (double(windowSamples) / sampleRate), 1.0))
+{
     m_levels.reserve(std::size_t(m_expected) + 1);
 }
 
-void LevelReader::add(std::span<const float> samples) {
+void LevelReader::add(std::span<const float> samples)
+{
     // Kept in locals so that the loop stays in registers; the order of additions is the
     // plain sequential one, which the levels are defined by.
     float sum = m_sum;
@@ -30,7 +32,8 @@ void LevelReader::add(std::span<const float> samples) {
     m_count = count;
 }
 
-std::vector<float> LevelReader::finish() {
+std::vector<float> LevelReader::finish()
+{
     if (m_count > 0)
         m_levels.push_back(std::sqrt(m_sum / float(m_count)));
     m_sum = 0.0f;
@@ -39,7 +42,8 @@ std::vector<float> LevelReader::finish() {
 }
 
 LevelReading readLevels(MediaFile& file, double duration, const std::atomic<bool>& cancelRequested,
-                        const std::function<void(double)>& onProgress) {
+                        const std::function<void(double)>& onProgress)
+{
     LevelReader reader(duration);
     int64_t sampleCount = 0;
     try {

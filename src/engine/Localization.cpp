@@ -25,8 +25,8 @@ void installStringTables()
         QCoreApplication::installTranslator(english);
     auto* native = new QTranslator(app);
     if (native->load(QLocale(), QStringLiteral("hushpane"), QStringLiteral("_"),
-                     QStringLiteral(":/i18n"))
-        && native->language() != QLatin1String("en"))
+                     QStringLiteral(":/i18n")) &&
+        native->language() != QLatin1String("en"))
         QCoreApplication::installTranslator(native);
     else
         delete native;

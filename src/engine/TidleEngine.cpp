@@ -12,7 +12,8 @@
 #include <cmath>
 
 Analysis TidleEngine::analyze(const QString& path, const TidleSettings& settings,
-                              const ProgressCallback& onProgress) {
+                              const ProgressCallback& onProgress)
+{
     m_cancelRequested.store(false);
 
     // An empty file has no length; FFmpeg would only say that its content did not parse.
@@ -51,7 +52,8 @@ Analysis TidleEngine::analyze(const QString& path, const TidleSettings& settings
 }
 
 std::pair<OutputContainer, QString> TidleEngine::outputPlan(const MediaFile& file,
-                                                            bool frameAccurate) {
+                                                            bool frameAccurate)
+{
     if (file.videoStreams().empty())
         return {OutputContainer::AppleM4A, QStringLiteral("m4a")};
     if (frameAccurate)

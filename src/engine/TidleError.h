@@ -23,7 +23,11 @@ public:
     const char* what() const noexcept override;
 
 private:
-    TidleError(Kind kind, QString payload) : m_kind(kind), m_payload(std::move(payload)) {}
+    TidleError(Kind kind, QString payload)
+        : m_kind(kind)
+        , m_payload(std::move(payload))
+    {
+    }
 
     Kind m_kind;
     QString m_payload;

@@ -11,7 +11,8 @@ TEST(Entry, selfTestWinsOverCommandLineInEitherOrder)
     const auto selfTest = runHushpane({"--selftest"});
     const auto commandLine = runHushpane({"--cli"});
     EXPECT_NE(selfTest.standardOutput, commandLine.standardOutput);
-    for (const QStringList& both : {QStringList{"--cli", "--selftest"}, QStringList{"--selftest", "--cli"}}) {
+    for (const QStringList& both :
+         {QStringList{"--cli", "--selftest"}, QStringList{"--selftest", "--cli"}}) {
         const auto result = runHushpane(both);
         EXPECT_EQ(result.exitCode, selfTest.exitCode);
         EXPECT_EQ(result.standardOutput, selfTest.standardOutput);

@@ -20,7 +20,8 @@ class ScanLaunchArguments : public testing::TestWithParam<ScanCase> {};
 TEST_P(ScanLaunchArguments, choosesModeAndLocations)
 {
     const ScanCase& c = GetParam();
-    const LaunchPlan plan = scanLaunchArguments(QStringList{"/usr/bin/hushpane"} + c.arguments, "/home/ann");
+    const LaunchPlan plan =
+        scanLaunchArguments(QStringList{"/usr/bin/hushpane"} + c.arguments, "/home/ann");
     EXPECT_EQ(plan.mode, c.expected.mode);
     EXPECT_EQ(plan.openPath, c.expected.openPath);
     EXPECT_EQ(plan.batchPath, c.expected.batchPath);
@@ -36,16 +37,21 @@ INSTANTIATE_TEST_SUITE_P(
         ScanCase{"selfTestWinsAfterCli", {"--cli", "--selftest"}, P{M::selfTest, {}, {}}},
         ScanCase{"selfTestWinsBeforeCli", {"--selftest", "--cli", "x"}, P{M::selfTest, {}, {}}},
         ScanCase{"cliIgnoresOpen", {"--open", "a.mov", "--cli"}, P{M::commandLine, {}, {}}},
-        ScanCase{"openRelative", {"--open", "talks/a.mov"}, P{M::window, "/home/ann/talks/a.mov", {}}},
+        ScanCase{
+            "openRelative", {"--open", "talks/a.mov"}, P{M::window, "/home/ann/talks/a.mov", {}}},
         ScanCase{"openAbsolute", {"--open", "/tmp/a.mov"}, P{M::window, "/tmp/a.mov", {}}},
         ScanCase{"openLastSetsNothing", {"x", "--open"}, P{M::window, {}, {}}},
-        ScanCase{"firstOpenWins", {"--open", "a.mov", "--open", "b.mov"},
+        ScanCase{"firstOpenWins",
+                 {"--open", "a.mov", "--open", "b.mov"},
                  P{M::window, "/home/ann/a.mov", {}}},
-        ScanCase{"openAndBatch", {"--open", "a.mov", "--batch", "/rec"},
+        ScanCase{"openAndBatch",
+                 {"--open", "a.mov", "--batch", "/rec"},
                  P{M::window, "/home/ann/a.mov", "/rec"}},
-        ScanCase{"valueIsTakenEvenIfItLooksLikeAFlag", {"--open", "--batch", "x"},
+        ScanCase{"valueIsTakenEvenIfItLooksLikeAFlag",
+                 {"--open", "--batch", "x"},
                  P{M::window, "/home/ann/--batch", "/home/ann/x"}},
-        ScanCase{"flagsMatchWholeElementsOnly", {"--open=a.mov", "--Open", "b", "--CLI", "--selftest2"},
+        ScanCase{"flagsMatchWholeElementsOnly",
+                 {"--open=a.mov", "--Open", "b", "--CLI", "--selftest2"},
                  P{M::window, {}, {}}},
         ScanCase{"dotDotIsResolved", {"--batch", "../bob/rec"}, P{M::window, {}, "/home/bob/rec"}}),
     [](const testing::TestParamInfo<ScanCase>& info) { return std::string(info.param.name); });

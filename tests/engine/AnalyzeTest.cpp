@@ -17,20 +17,23 @@ namespace {
 
 using namespace EngineFixtures;
 
-TidleSettings standard(bool frameAccurate = false) {
+TidleSettings standard(bool frameAccurate = false)
+{
     TidleSettings settings;
     SensitivityPresets::applyNumbers(Sensitivity::standard, settings);
     settings.frameAccurate = frameAccurate;
     return settings;
 }
 
-Analysis analyze(const QString& path, const TidleSettings& settings = standard()) {
+Analysis analyze(const QString& path, const TidleSettings& settings = standard())
+{
     TidleEngine engine;
     return engine.analyze(path, settings);
 }
 
 // The length of a file's sound as ffmpeg decodes it (through a WAV it writes).
-double decodedSeconds(const QString& path, const QString& wavName) {
+double decodedSeconds(const QString& path, const QString& wavName)
+{
     return Fixtures::probeDuration(Fixtures::makeWithFfmpeg(wavName, {"-i", path, "-vn"}));
 }
 
@@ -43,13 +46,15 @@ struct PlanCase {
     bool hasVideo;
 };
 
-void PrintTo(const PlanCase& c, std::ostream* out) {
+void PrintTo(const PlanCase& c, std::ostream* out)
+{
     *out << c.name;
 }
 
 class OutputPlan : public testing::TestWithParam<PlanCase> {};
 
-TEST_P(OutputPlan, suitsTheVideoFormat) {
+TEST_P(OutputPlan, suitsTheVideoFormat)
+{
     const PlanCase& c = GetParam();
     const Analysis analysis = analyze(c.fixture(), standard(c.frameAccurate));
     EXPECT_EQ(analysis.outputFileType, c.container);
@@ -72,7 +77,8 @@ INSTANTIATE_TEST_SUITE_P(
         PlanCase{"proresMovFrameAccurate", proresMov, true, OutputContainer::MPEG4, "mp4", true}),
     [](const auto& info) { return info.param.name; });
 
-TEST(Analyze, toneLevelsAreItsRms) {
+TEST(Analyze, toneLevelsAreItsRms)
+{
     const Analysis analysis = analyze(tone());
     EXPECT_EQ(analysis.levelWindow, 0.05);
     EXPECT_NEAR(analysis.duration, 3.0, 1e-6);
@@ -85,7 +91,8 @@ TEST(Analyze, toneLevelsAreItsRms) {
 }
 
 // Pauses are found where the tone stops, to within one level window.
-TEST(Analyze, findsPausesWhereTheSoundStops) {
+TEST(Analyze, findsPausesWhereTheSoundStops)
+{
     const Analysis analysis = analyze(toneWithGaps());
     ASSERT_EQ(analysis.silences.size(), 2u);
     EXPECT_NEAR(analysis.silences[0].start, 2.0, 0.05);
@@ -104,7 +111,8 @@ TEST(Analyze, findsPausesWhereTheSoundStops) {
     EXPECT_DOUBLE_EQ(analysis.keeps[2].end, analysis.duration);
 }
 
-TEST(Analyze, quietFileKeepsThePaddingAtBothEnds) {
+TEST(Analyze, quietFileKeepsThePaddingAtBothEnds)
+{
     const Analysis analysis = analyze(silence());
     for (float level : analysis.levels)
         EXPECT_EQ(level, 0.0f);
@@ -115,7 +123,8 @@ TEST(Analyze, quietFileKeepsThePaddingAtBothEnds) {
     EXPECT_NEAR(analysis.keeps[1].start, analysis.duration - 0.15, 1e-12);
 }
 
-TEST(Analyze, quietFileWithThinPaddingKeepsNothing) {
+TEST(Analyze, quietFileWithThinPaddingKeepsNothing)
+{
     TidleSettings settings = standard();
     settings.padding = 0.02;
     TidleEngine engine;
@@ -128,7 +137,8 @@ TEST(Analyze, quietFileWithThinPaddingKeepsNothing) {
 }
 
 // The mix counts every track: a silent track beside a tone halves its level.
-TEST(Analyze, levelsMixAllTracks) {
+TEST(Analyze, levelsMixAllTracks)
+{
     const Analysis analysis = analyze(twoTracks());
     ASSERT_GE(analysis.levels.size(), 60u);
     for (std::size_t i = 2; i < 58; ++i)
@@ -139,7 +149,8 @@ TEST(Analyze, levelsMixAllTracks) {
 // -35 dB a little before the -50 dB trim point and fades in likewise, and the windows quantise
 // by 0.05 s, so the pauses found may reach 0.1 s into the speech on either side; they never
 // start later or end earlier than placed by more than a window.
-TEST(Analyze, findsPlacedPausesInSpeech) {
+TEST(Analyze, findsPlacedPausesInSpeech)
+{
     const Speech speech = speechWithPauses();
     const Analysis analysis = analyze(speech.file);
     ASSERT_EQ(analysis.silences.size(), speech.pauseStarts.size());
@@ -152,7 +163,8 @@ TEST(Analyze, findsPlacedPausesInSpeech) {
 }
 
 // A picture that goes on after the sound keeps its quiet tail: the length is the container's.
-TEST(Analyze, durationIsTheContainersWhenPictureOutlastsSound) {
+TEST(Analyze, durationIsTheContainersWhenPictureOutlastsSound)
+{
     const QString path = pictureOutlastsSound();
     const Analysis analysis = analyze(path);
     EXPECT_NEAR(analysis.duration, Fixtures::probeDuration(path), 1e-3);
@@ -162,20 +174,33 @@ TEST(Analyze, durationIsTheContainersWhenPictureOutlastsSound) {
     EXPECT_EQ(analysis.keeps.back().end, analysis.duration);
 }
 
+// Levels sit on the file's timeline: sound that starts at 0.5 s leaves ten silent windows.
+TEST(Analyze, levelsLineUpWithTheFilesTimeline)
+{
+    const Analysis analysis = analyze(soundStartsLate());
+    ASSERT_GE(analysis.levels.size(), 39u);
+    for (std::size_t i = 0; i < 10; ++i)
+        EXPECT_EQ(analysis.levels[i], 0.0f) << "level " << i;
+    for (std::size_t i = 11; i < 39; ++i)
+        EXPECT_NEAR(analysis.levels[i], toneLevel, 0.005) << "level " << i;
+}
+
 struct EstimatedCase {
     const char* name;
     QString (*fixture)();
     const char* decodedName;
 };
 
-void PrintTo(const EstimatedCase& c, std::ostream* out) {
+void PrintTo(const EstimatedCase& c, std::ostream* out)
+{
     *out << c.name;
 }
 
 class EstimatedDuration : public testing::TestWithParam<EstimatedCase> {};
 
 // Where FFmpeg guessed the length from the bitrate, the decoded sound's length replaces it.
-TEST_P(EstimatedDuration, isReplacedByTheDecodedLength) {
+TEST_P(EstimatedDuration, isReplacedByTheDecodedLength)
+{
     const EstimatedCase& c = GetParam();
     const QString path = c.fixture();
     ASSERT_TRUE(MediaFile(path).durationIsEstimated());
@@ -197,12 +222,14 @@ INSTANTIATE_TEST_SUITE_P(
                     EstimatedCase{"mp3", headerlessMp3, "engine-estimated-mp3-decoded.wav"}),
     [](const auto& info) { return info.param.name; });
 
-TEST(Analyze, adtsEstimateIsFarOffSoTheReplacementMatters) {
+TEST(Analyze, adtsEstimateIsFarOffSoTheReplacementMatters)
+{
     const double decoded = decodedSeconds(adtsAac(), "engine-estimated-aac-decoded.wav");
     EXPECT_GT(std::abs(MediaFile(adtsAac()).duration() - decoded), 0.5);
 }
 
-TEST(Analyze, soundWithoutSamplesKeepsTheWholeFile) {
+TEST(Analyze, soundWithoutSamplesKeepsTheWholeFile)
+{
     const Analysis analysis = analyze(soundTrackWithoutSamples());
     EXPECT_TRUE(analysis.levels.empty());
     EXPECT_TRUE(analysis.silences.empty());
@@ -218,13 +245,15 @@ struct BadInputCase {
     QString (*messagePart)();
 };
 
-void PrintTo(const BadInputCase& c, std::ostream* out) {
+void PrintTo(const BadInputCase& c, std::ostream* out)
+{
     *out << c.name;
 }
 
 class BadInput : public testing::TestWithParam<BadInputCase> {};
 
-TEST_P(BadInput, failsWithAClearMessage) {
+TEST_P(BadInput, failsWithAClearMessage)
+{
     const BadInputCase& c = GetParam();
     TidleEngine engine;
     try {
@@ -242,7 +271,8 @@ TEST_P(BadInput, failsWithAClearMessage) {
     EXPECT_EQ(engine.analyze(tone(), standard()).keeps.size(), 1u);
 }
 
-QString missingFile() {
+QString missingFile()
+{
     return Fixtures::path("engine-missing.mp3");
 }
 
@@ -265,13 +295,16 @@ INSTANTIATE_TEST_SUITE_P(
                      [] { return localized("error.noAudio"); }},
         BadInputCase{"zeroDuration", zeroDurationWav, TidleError::Kind::unreadable,
                      [] { return localized("diag.zeroDuration"); }},
+        BadInputCase{"shorterThanTheShortestKeep", tinyTone, TidleError::Kind::allSilent,
+                     [] { return localized("error.allSilent"); }},
         BadInputCase{"unknownSoundCodec", unknownSoundCodec, TidleError::Kind::unreadable,
                      [] { return localized("diag.audioRead"); }},
         BadInputCase{"hundredChannels", hundredChannelWav, TidleError::Kind::unreadable,
                      [] { return localized("diag.audioFormat"); }}),
     [](const auto& info) { return info.param.name; });
 
-TEST(Analyze, progressRisesInStepsOfTwentyLevels) {
+TEST(Analyze, progressRisesInStepsOfTwentyLevels)
+{
     std::vector<double> reports;
     TidleEngine engine;
     const Analysis analysis =
@@ -293,7 +326,8 @@ TEST(Analyze, progressRisesInStepsOfTwentyLevels) {
     EXPECT_GE(distinct.size(), 7u);
 }
 
-TEST(Analyze, resultIsTheSameWithoutProgress) {
+TEST(Analyze, resultIsTheSameWithoutProgress)
+{
     TidleEngine engine;
     const Analysis with = engine.analyze(toneWithGaps(), standard(), [](double) {});
     const Analysis without = engine.analyze(toneWithGaps(), standard());
@@ -303,7 +337,8 @@ TEST(Analyze, resultIsTheSameWithoutProgress) {
     EXPECT_EQ(with.duration, without.duration);
 }
 
-TEST(Analyze, cancelOnAnIdleEngineIsForgotten) {
+TEST(Analyze, cancelOnAnIdleEngineIsForgotten)
+{
     TidleEngine engine;
     engine.cancel();
     EXPECT_EQ(engine.analyze(tone(), standard()).keeps.size(), 1u);
@@ -311,7 +346,8 @@ TEST(Analyze, cancelOnAnIdleEngineIsForgotten) {
 
 // The analysis pauses in its first progress report until another thread has cancelled, so
 // the cancel surely lands mid-decoding of the ten minutes.
-TEST(Analyze, cancelFromAnotherThreadStopsDecoding) {
+TEST(Analyze, cancelFromAnotherThreadStopsDecoding)
+{
     const QString path = longTone();
     TidleEngine engine;
     std::promise<void> started;

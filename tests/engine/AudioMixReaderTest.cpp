@@ -16,7 +16,8 @@ struct Mix {
     int64_t samplesRead = 0;
 };
 
-Mix mixOf(const QString& path) {
+Mix mixOf(const QString& path)
+{
     MediaFile file(path);
     const std::atomic<bool> cancel{false};
     AudioMixReader reader(file, cancel);
@@ -31,7 +32,8 @@ Mix mixOf(const QString& path) {
 }
 
 // RMS of the mix between two times, in seconds.
-double rms(const std::vector<float>& samples, double from, double to) {
+double rms(const std::vector<float>& samples, double from, double to)
+{
     const auto first = std::size_t(from * AudioMixReader::sampleRate);
     const auto last = std::min(samples.size(), std::size_t(to * AudioMixReader::sampleRate));
     EXPECT_LT(first, last);
@@ -44,21 +46,24 @@ double rms(const std::vector<float>& samples, double from, double to) {
 // Resampling and 16-bit storage leave a tone's level within a fraction of a percent.
 constexpr double levelTolerance = 0.005;
 
-TEST(AudioMixReader, toneKeepsItsLevelAndLength) {
+TEST(AudioMixReader, toneKeepsItsLevelAndLength)
+{
     const Mix mix = mixOf(tone());
     EXPECT_NEAR(rms(mix.samples, 0.2, 2.8), toneLevel, levelTolerance);
     EXPECT_EQ(mix.samplesRead, int64_t(mix.samples.size()));
     EXPECT_NEAR(double(mix.samples.size()), 3.0 * 16000, 16.0);
 }
 
-TEST(AudioMixReader, digitalSilenceIsExactlyZero) {
+TEST(AudioMixReader, digitalSilenceIsExactlyZero)
+{
     const Mix mix = mixOf(silence());
     ASSERT_NEAR(double(mix.samples.size()), 2.0 * 16000, 16.0);
     EXPECT_TRUE(
         std::all_of(mix.samples.begin(), mix.samples.end(), [](float x) { return x == 0.0f; }));
 }
 
-TEST(AudioMixReader, stereoWithEqualChannelsMixesLikeItsMonoCopy) {
+TEST(AudioMixReader, stereoWithEqualChannelsMixesLikeItsMonoCopy)
+{
     const Mix mono = mixOf(monoTone());
     const Mix stereo = mixOf(stereoSame());
     ASSERT_EQ(mono.samples.size(), stereo.samples.size());
@@ -68,20 +73,23 @@ TEST(AudioMixReader, stereoWithEqualChannelsMixesLikeItsMonoCopy) {
 
 // The channels are averaged: one silent channel halves the level (a first-channel pick or
 // the resampler's own downmix would not), and opposite channels cancel out.
-TEST(AudioMixReader, averagesTheChannels) {
+TEST(AudioMixReader, averagesTheChannels)
+{
     const double monoLevel = rms(mixOf(monoTone()).samples, 0.2, 1.8);
     EXPECT_NEAR(rms(mixOf(stereoLeftOnly()).samples, 0.2, 1.8), monoLevel / 2, 1e-4);
     EXPECT_NEAR(rms(mixOf(stereoOpposite()).samples, 0.0, 2.0), 0.0, 1e-6);
 }
 
-TEST(AudioMixReader, averagesTheTracks) {
+TEST(AudioMixReader, averagesTheTracks)
+{
     const Mix mix = mixOf(twoTracks());
     EXPECT_NEAR(rms(mix.samples, 0.2, 2.8), toneLevel / 2, levelTolerance);
     EXPECT_NEAR(double(mix.samples.size()), 3.0 * 16000, 16.0);
 }
 
 // Where one track has ended, the mix is the track still playing.
-TEST(AudioMixReader, trackThatEndsEarlyLeavesTheOthers) {
+TEST(AudioMixReader, trackThatEndsEarlyLeavesTheOthers)
+{
     const Mix mix = mixOf(twoTracksUnequal());
     EXPECT_NEAR(rms(mix.samples, 0.2, 1.8), toneLevel / 2, levelTolerance);
     EXPECT_NEAR(rms(mix.samples, 2.2, 3.8), toneLevel, levelTolerance);
@@ -89,19 +97,22 @@ TEST(AudioMixReader, trackThatEndsEarlyLeavesTheOthers) {
 }
 
 // A track placed at 1 s joins the mix there, not at the start.
-TEST(AudioMixReader, trackThatStartsLateJoinsAtItsTime) {
+TEST(AudioMixReader, trackThatStartsLateJoinsAtItsTime)
+{
     const Mix mix = mixOf(twoTracksLateStart());
     EXPECT_NEAR(rms(mix.samples, 0.1, 0.9), toneLevel, levelTolerance);
     EXPECT_NEAR(rms(mix.samples, 1.1, 2.9), toneLevel / 2, levelTolerance);
 }
 
 // Mixed samples leave as soon as every track has them: buffers stay small, never a whole file.
-TEST(AudioMixReader, handsOutSmallBuffers) {
+TEST(AudioMixReader, handsOutSmallBuffers)
+{
     EXPECT_LE(mixOf(twoTracks()).largestBuffer, 8192u);
     EXPECT_LE(mixOf(tone()).largestBuffer, 8192u);
 }
 
-TEST(AudioMixReader, cancelFlagStopsBeforeAnySample) {
+TEST(AudioMixReader, cancelFlagStopsBeforeAnySample)
+{
     MediaFile file(tone());
     const std::atomic<bool> cancel{true};
     AudioMixReader reader(file, cancel);

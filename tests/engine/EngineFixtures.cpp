@@ -14,17 +14,20 @@ namespace EngineFixtures {
 namespace {
 
 // The names carry a prefix of their own: fixtures of every test program share one folder.
-QString name(const QString& base) {
+QString name(const QString& base)
+{
     return QStringLiteral("engine-") + base;
 }
 
-QString make(const QString& base, const QStringList& arguments) {
+QString make(const QString& base, const QStringList& arguments)
+{
     return Fixtures::makeWithFfmpeg(name(base), arguments);
 }
 
 // A lavfi tone of amplitude 0.5; `gate` multiplies it (1 for a steady tone). Commas in the
 // gate are escaped: the source is a filter graph.
-QStringList toneSource(int rate, double seconds, const QString& gate = QStringLiteral("1")) {
+QStringList toneSource(int rate, double seconds, const QString& gate = QStringLiteral("1"))
+{
     return {"-f", "lavfi", "-i",
             QStringLiteral("aevalsrc=0.5*sin(2*PI*440*t)*(%1):s=%2:d=%3")
                 .arg(gate)
@@ -32,19 +35,22 @@ QStringList toneSource(int rate, double seconds, const QString& gate = QStringLi
                 .arg(seconds)};
 }
 
-QStringList silenceSource(int rate, double seconds) {
+QStringList silenceSource(int rate, double seconds)
+{
     return {"-f", "lavfi", "-i",
             QStringLiteral("anullsrc=r=%1:cl=mono:d=%2").arg(rate).arg(seconds)};
 }
 
-QStringList pictureSource(double seconds) {
+QStringList pictureSource(double seconds)
+{
     return {"-f", "lavfi", "-i", QStringLiteral("testsrc2=s=160x120:r=25:d=%1").arg(seconds)};
 }
 
 const QStringList fastH264 = {"-c:v", "libx264", "-preset", "ultrafast", "-pix_fmt", "yuv420p"};
 
 // Writes `bytes` to fixture `base` unless it is there already.
-QString writeOnce(const QString& base, const QByteArray& bytes) {
+QString writeOnce(const QString& base, const QByteArray& bytes)
+{
     const QString target = Fixtures::path(name(base));
     if (QFile::exists(target))
         return target;
@@ -60,7 +66,8 @@ QString writeOnce(const QString& base, const QByteArray& bytes) {
     return target;
 }
 
-QByteArray readAll(const QString& path) {
+QByteArray readAll(const QString& path)
+{
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw std::runtime_error("cannot read " + path.toStdString());
@@ -69,97 +76,124 @@ QByteArray readAll(const QString& path) {
 
 } // namespace
 
-QString tone() {
+QString tone()
+{
     return make("tone.wav", toneSource(48000, 3));
 }
 
-QString silence() {
+QString silence()
+{
     return make("silence.wav", silenceSource(48000, 2));
 }
 
-QString toneWithGaps() {
+QString toneWithGaps()
+{
     return make("tone-gaps.wav",
                 toneSource(48000, 8, "not(between(t\\,2\\,3.5))*not(between(t\\,5\\,6))"));
 }
 
-QString monoTone() {
+QString monoTone()
+{
     return make("mono.wav", toneSource(44100, 2));
 }
 
-QString stereoSame() {
+QString stereoSame()
+{
     return make("stereo-same.wav", {"-i", monoTone(), "-af", "pan=stereo|c0=c0|c1=c0"});
 }
 
-QString stereoLeftOnly() {
+QString stereoLeftOnly()
+{
     return make("stereo-left.wav", {"-i", monoTone(), "-af", "pan=stereo|c0=c0|c1=0*c0"});
 }
 
-QString stereoOpposite() {
+QString stereoOpposite()
+{
     return make("stereo-opposite.wav", {"-i", monoTone(), "-af", "pan=stereo|c0=c0|c1=-1*c0"});
 }
 
-QString twoTracks() {
+QString twoTracks()
+{
     return make("two-tracks.mov", toneSource(48000, 3) + silenceSource(48000, 3) +
                                       QStringList{"-map", "0", "-map", "1", "-c:a", "pcm_s16le"});
 }
 
-QString twoTracksUnequal() {
+QString twoTracksUnequal()
+{
     return make("two-tracks-unequal.mov",
                 toneSource(48000, 4) + silenceSource(48000, 2) +
                     QStringList{"-map", "0", "-map", "1", "-c:a", "pcm_s16le"});
 }
 
-QString twoTracksLateStart() {
+QString twoTracksLateStart()
+{
     return make("two-tracks-late.mov",
                 toneSource(48000, 3) + QStringList{"-itsoffset", "1"} + silenceSource(48000, 2) +
                     QStringList{"-map", "0", "-map", "1", "-c:a", "pcm_s16le"});
 }
 
-QString mp3WithCover() {
+QString mp3WithCover()
+{
     const QString cover = make("cover.png", pictureSource(1) + QStringList{"-frames:v", "1"});
     return make("cover.mp3",
                 toneSource(44100, 3) + QStringList{"-i", cover, "-map", "0", "-map", "1", "-c:v",
                                                    "png", "-disposition:v", "attached_pic"});
 }
 
-QString h264Mp4() {
+QString h264Mp4()
+{
     return make("h264.mp4", pictureSource(1) + toneSource(48000, 1) + fastH264);
 }
 
-QString hevcMp4() {
+QString hevcMp4()
+{
     return make("hevc.mp4", pictureSource(1) + toneSource(48000, 1) +
                                 QStringList{"-c:v", "libx265", "-preset", "ultrafast",
                                             "-x265-params", "log-level=error", "-tag:v", "hvc1"});
 }
 
-QString proresMov() {
+QString proresMov()
+{
     return make("prores.mov",
                 pictureSource(1) + toneSource(48000, 1) + QStringList{"-c:v", "prores_ks"});
 }
 
-QString h264Mov() {
+QString h264Mov()
+{
     return make("h264.mov", pictureSource(1) + toneSource(48000, 1) + fastH264);
 }
 
-QString rotatedMp4() {
+QString rotatedMp4()
+{
     // FFmpeg's "rotate" tag turns counter-clockwise by its value, so 270 is a clockwise quarter.
     return make("rotated.mp4", {"-i", h264Mp4(), "-c", "copy", "-metadata:s:v:0", "rotate=270"});
 }
 
-QString pictureOutlastsSound() {
+QString soundStartsLate()
+{
+    return make("sound-starts-late.mov", pictureSource(2) + QStringList{"-itsoffset", "0.5"} +
+                                             toneSource(48000, 1.5) + fastH264 +
+                                             QStringList{"-c:a", "pcm_s16le"});
+}
+
+QString pictureOutlastsSound()
+{
     return make("picture-outlasts-sound.mp4", pictureSource(5) + toneSource(48000, 2) + fastH264);
 }
 
-QString adtsAac() {
+QString adtsAac()
+{
     return make("estimated.aac", toneSource(44100, 7, "lt(t\\,4)"));
 }
 
-QString headerlessMp3() {
+QString headerlessMp3()
+{
     return make("estimated.mp3",
                 toneSource(44100, 7, "lt(t\\,4)") + QStringList{"-write_xing", "0"});
 }
 
-Speech speechWithPauses() {
+Speech speechWithPauses()
+{
     const QStringList sentences = {
         QStringLiteral("The quick brown fox jumps over the lazy dog"),
         QStringLiteral("Speech analysis finds the quiet between sentences"),
@@ -196,46 +230,60 @@ Speech speechWithPauses() {
     return speech;
 }
 
-QString longTone() {
+QString longTone()
+{
     return make("long-tone.wav", toneSource(16000, 600));
 }
 
-QString videoWithoutSound() {
+QString videoWithoutSound()
+{
     return make("picture-only.mp4", pictureSource(1) + fastH264);
 }
 
-QString zeroDurationWav() {
+QString zeroDurationWav()
+{
     return make("zero.wav", silenceSource(48000, 1) + QStringList{"-t", "0"});
 }
 
-QString emptyFile() {
+QString tinyTone()
+{
+    return make("tiny-tone.wav", toneSource(48000, 0.03));
+}
+
+QString emptyFile()
+{
     return writeOnce("empty.mp3", {});
 }
 
-QString textNamedMp3() {
+QString textNamedMp3()
+{
     return writeOnce("text.mp3", "This is a note about the talk, not a recording.\n");
 }
 
-QString truncatedMp4() {
+QString truncatedMp4()
+{
     const QByteArray whole =
         readAll(make("whole.mp4", pictureSource(2) + toneSource(48000, 2) + fastH264));
     return writeOnce("truncated.mp4", whole.left(whole.size() / 2));
 }
 
-QString truncatedFaststartMp4() {
+QString truncatedFaststartMp4()
+{
     const QByteArray whole =
         readAll(make("whole-faststart.mp4", pictureSource(2) + toneSource(48000, 2) + fastH264 +
                                                 QStringList{"-movflags", "+faststart"}));
     return writeOnce("truncated-faststart.mp4", whole.left(whole.size() / 2));
 }
 
-QString soundTrackWithoutSamples() {
+QString soundTrackWithoutSamples()
+{
     return make("no-samples.mkv", pictureSource(2) + silenceSource(48000, 2) +
                                       QStringList{"-map", "0", "-map", "1", "-t", "2"} + fastH264 +
                                       QStringList{"-c:a", "pcm_s16le", "-frames:a", "0"});
 }
 
-QString unknownSoundCodec() {
+QString unknownSoundCodec()
+{
     QByteArray movie =
         readAll(make("pcm.mov", toneSource(48000, 2) + QStringList{"-c:a", "pcm_s16le"}));
     // 'sowt' names little-endian 16-bit PCM in the sample description; no decoder knows 'qqzz'.
@@ -246,7 +294,8 @@ QString unknownSoundCodec() {
     return writeOnce("unknown-codec.mov", movie);
 }
 
-QString hundredChannelWav() {
+QString hundredChannelWav()
+{
     constexpr quint16 channels = 100;
     constexpr quint32 rate = 16000;
     constexpr quint32 frames = rate; // 1 s

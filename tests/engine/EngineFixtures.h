@@ -36,6 +36,8 @@ QString proresMov();
 QString h264Mov();
 // H.264 in MP4 whose display matrix turns the picture a quarter turn clockwise.
 QString rotatedMp4();
+// 2 s of picture with 1.5 s of tone (16-bit PCM) that starts at 0.5 s, QuickTime.
+QString soundStartsLate();
 // 5 s of picture with 2 s of tone.
 QString pictureOutlastsSound();
 // 4 s of tone then 3 s of digital silence, as raw ADTS AAC and as an MP3 without a header:
@@ -55,6 +57,8 @@ QString longTone();
 // Bad input.
 QString videoWithoutSound();
 QString zeroDurationWav();
+// 0.03 s of tone: shorter than the shortest keep.
+QString tinyTone();
 QString emptyFile();
 QString textNamedMp3();
 // An MP4 cut in half, with its index at the end (lost) and at the front (kept).

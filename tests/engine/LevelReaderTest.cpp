@@ -7,14 +7,16 @@
 
 namespace {
 
-std::vector<float> run(std::initializer_list<std::pair<float, int>> runs) {
+std::vector<float> run(std::initializer_list<std::pair<float, int>> runs)
+{
     std::vector<float> samples;
     for (auto [value, count] : runs)
         samples.insert(samples.end(), std::size_t(count), value);
     return samples;
 }
 
-std::vector<float> levelsOf(const std::vector<float>& samples) {
+std::vector<float> levelsOf(const std::vector<float>& samples)
+{
     LevelReader reader(samples.size() / 16000.0);
     reader.add(samples);
     return reader.finish();
@@ -26,13 +28,15 @@ struct WindowCase {
     std::vector<float> expected; // exact
 };
 
-void PrintTo(const WindowCase& c, std::ostream* out) {
+void PrintTo(const WindowCase& c, std::ostream* out)
+{
     *out << c.name;
 }
 
 class LevelWindows : public testing::TestWithParam<WindowCase> {};
 
-TEST_P(LevelWindows, givesOneRmsPerWindowAndAPartialLast) {
+TEST_P(LevelWindows, givesOneRmsPerWindowAndAPartialLast)
+{
     const WindowCase& c = GetParam();
     const std::vector<float> levels = levelsOf(c.samples);
     ASSERT_EQ(levels.size(), c.expected.size());
@@ -59,7 +63,8 @@ INSTANTIATE_TEST_SUITE_P(
             "windowsDoNotMix", run({{0.0f, 800}, {1.0f, 800}, {0.0f, 800}}), {0.0f, 1.0f, 0.0f}}),
     [](const testing::TestParamInfo<WindowCase>& info) { return info.param.name; });
 
-std::vector<float> noise(std::size_t count) {
+std::vector<float> noise(std::size_t count)
+{
     std::vector<float> samples(count);
     uint32_t state = 12345;
     for (float& x : samples) {
@@ -69,7 +74,8 @@ std::vector<float> noise(std::size_t count) {
     return samples;
 }
 
-TEST(LevelReader, windowAcrossBuffersEqualsOneBuffer) {
+TEST(LevelReader, windowAcrossBuffersEqualsOneBuffer)
+{
     const std::vector<float> samples = noise(5003);
     const std::vector<float> whole = levelsOf(samples);
 
@@ -82,7 +88,8 @@ TEST(LevelReader, windowAcrossBuffersEqualsOneBuffer) {
 
 // Levels are single precision from square to root, summed in sample order; a double
 // accumulator gives visibly different values on the same samples.
-TEST(LevelReader, accumulatesInSinglePrecision) {
+TEST(LevelReader, accumulatesInSinglePrecision)
+{
     const std::vector<float> samples = noise(8000);
     const std::vector<float> levels = levelsOf(samples);
     ASSERT_EQ(levels.size(), 10u);
@@ -101,7 +108,8 @@ TEST(LevelReader, accumulatesInSinglePrecision) {
     EXPECT_GT(differsFromDouble, 0);
 }
 
-TEST(LevelReader, expectsTwentyLevelsPerSecondAndAtLeastOne) {
+TEST(LevelReader, expectsTwentyLevelsPerSecondAndAtLeastOne)
+{
     EXPECT_DOUBLE_EQ(LevelReader(10.0).expectedLevels(), 200.0);
     EXPECT_DOUBLE_EQ(LevelReader(0.01).expectedLevels(), 1.0);
 }

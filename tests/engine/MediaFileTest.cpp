@@ -13,7 +13,8 @@ namespace {
 
 using namespace EngineFixtures;
 
-QJsonArray probedStreams(const QString& file) {
+QJsonArray probedStreams(const QString& file)
+{
     return Fixtures::probe(file).value("streams").toArray();
 }
 
@@ -24,13 +25,15 @@ struct StreamCase {
     std::size_t video;
 };
 
-void PrintTo(const StreamCase& c, std::ostream* out) {
+void PrintTo(const StreamCase& c, std::ostream* out)
+{
     *out << c.name;
 }
 
 class MediaFileStreams : public testing::TestWithParam<StreamCase> {};
 
-TEST_P(MediaFileStreams, listsTracksByKindInFileOrder) {
+TEST_P(MediaFileStreams, listsTracksByKindInFileOrder)
+{
     const StreamCase& c = GetParam();
     const MediaFile file(c.fixture());
     EXPECT_EQ(file.audioStreams().size(), c.audio);
@@ -47,7 +50,8 @@ INSTANTIATE_TEST_SUITE_P(Table, MediaFileStreams,
                                          StreamCase{"pictureOnly", videoWithoutSound, 0, 1}),
                          [](const auto& info) { return info.param.name; });
 
-TEST(MediaFile, coverPictureIsNotAVideoTrack) {
+TEST(MediaFile, coverPictureIsNotAVideoTrack)
+{
     const QString path = mp3WithCover();
     // ffprobe sees the picture as a video stream marked as attached.
     bool probedCover = false;
@@ -69,13 +73,15 @@ struct TagCase {
     const char* expected; // nullptr: the container's own tag, as ffprobe reports it
 };
 
-void PrintTo(const TagCase& c, std::ostream* out) {
+void PrintTo(const TagCase& c, std::ostream* out)
+{
     *out << c.name;
 }
 
 class MediaFileCodecTag : public testing::TestWithParam<TagCase> {};
 
-TEST_P(MediaFileCodecTag, namesTheVideoFormat) {
+TEST_P(MediaFileCodecTag, namesTheVideoFormat)
+{
     const TagCase& c = GetParam();
     const QString path = c.fixture();
     const MediaFile file(path);
@@ -96,13 +102,15 @@ INSTANTIATE_TEST_SUITE_P(Table, MediaFileCodecTag,
                                          TagCase{"proresInMov", proresMov, nullptr}),
                          [](const auto& info) { return info.param.name; });
 
-TEST(MediaFile, proresIsNotAnMpeg4Format) {
+TEST(MediaFile, proresIsNotAnMpeg4Format)
+{
     const MediaFile file(proresMov());
     const QString tag = file.codecTag(file.videoStreams().front());
     EXPECT_TRUE(tag.startsWith("ap")) << tag.toStdString(); // apch, apcn, ap4h, ...
 }
 
-TEST(MediaFile, rotationIsClockwiseFromTheDisplayMatrix) {
+TEST(MediaFile, rotationIsClockwiseFromTheDisplayMatrix)
+{
     const QString path = rotatedMp4();
     // ffprobe reports the matrix's counter-clockwise angle.
     int probed = 0;
@@ -124,13 +132,15 @@ struct DurationCase {
     bool estimated;
 };
 
-void PrintTo(const DurationCase& c, std::ostream* out) {
+void PrintTo(const DurationCase& c, std::ostream* out)
+{
     *out << c.name;
 }
 
 class MediaFileDuration : public testing::TestWithParam<DurationCase> {};
 
-TEST_P(MediaFileDuration, isTheContainersAndSaysWhenEstimated) {
+TEST_P(MediaFileDuration, isTheContainersAndSaysWhenEstimated)
+{
     const DurationCase& c = GetParam();
     const QString path = c.fixture();
     const MediaFile file(path);
@@ -148,7 +158,8 @@ INSTANTIATE_TEST_SUITE_P(Table, MediaFileDuration,
                          [](const auto& info) { return info.param.name; });
 
 // Without care a relative name with a colon reads as a protocol ("odd:" here).
-TEST(MediaFile, opensARelativePathWithAColon) {
+TEST(MediaFile, opensARelativePathWithAColon)
+{
     const QString odd = Fixtures::path("engine-odd:name.wav");
     if (!QFile::exists(odd))
         ASSERT_TRUE(QFile::copy(tone(), odd));
@@ -163,7 +174,8 @@ TEST(MediaFile, opensARelativePathWithAColon) {
     QDir::setCurrent(previous);
 }
 
-TEST(MediaFile, failsWithFfmpegsMessage) {
+TEST(MediaFile, failsWithFfmpegsMessage)
+{
     try {
         MediaFile file(Fixtures::path("engine-no-such-file.wav"));
         FAIL() << "opened a missing file";

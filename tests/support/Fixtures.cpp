@@ -90,8 +90,8 @@ QString makeSpeech(const QString& name, const QString& text)
 
 QJsonObject probe(const QString& file)
 {
-    const ProcessResult result =
-        run("ffprobe", {"-v", "error", "-print_format", "json", "-show_format", "-show_streams", file});
+    const ProcessResult result = run(
+        "ffprobe", {"-v", "error", "-print_format", "json", "-show_format", "-show_streams", file});
     check(result, "ffprobe of " + file);
     return QJsonDocument::fromJson(result.standardOutput.toUtf8()).object();
 }

@@ -6,7 +6,8 @@
 #include <limits>
 
 AudioMixReader::AudioMixReader(MediaFile& file, const std::atomic<bool>& cancelRequested)
-    : m_cancelRequested(cancelRequested) {
+    : m_cancelRequested(cancelRequested)
+{
     const int64_t fileStart = file.context()->start_time;
     const std::vector<int>& streams = file.audioStreams();
     for (std::size_t i = 0; i < streams.size(); ++i) {
@@ -21,7 +22,8 @@ AudioMixReader::AudioMixReader(MediaFile& file, const std::atomic<bool>& cancelR
     }
 }
 
-bool AudioMixReader::read(const Consumer& consumer) {
+bool AudioMixReader::read(const Consumer& consumer)
+{
     for (;;) {
         if (m_cancelRequested.load(std::memory_order_relaxed))
             return false;
@@ -39,7 +41,8 @@ bool AudioMixReader::read(const Consumer& consumer) {
 
 // Samples up to here are known for every track: decoded, or beyond the end of a track that
 // has ended. A track not yet placed on the timeline could still start anywhere.
-int64_t AudioMixReader::mixableEnd() const {
+int64_t AudioMixReader::mixableEnd() const
+{
     int64_t openEnd = std::numeric_limits<int64_t>::max();
     int64_t lastEnd = m_emitted;
     bool anyOpen = false;
@@ -56,7 +59,8 @@ int64_t AudioMixReader::mixableEnd() const {
 }
 
 // The open track that has decoded least, so that the others wait for it with small buffers.
-AudioTrackDecoder* AudioMixReader::laggingTrack() const {
+AudioTrackDecoder* AudioMixReader::laggingTrack() const
+{
     AudioTrackDecoder* lagging = nullptr;
     for (const auto& track : m_tracks) {
         if (track->ended())
@@ -69,7 +73,8 @@ AudioTrackDecoder* AudioMixReader::laggingTrack() const {
     return lagging;
 }
 
-void AudioMixReader::emitUpTo(int64_t end, const Consumer& consumer) {
+void AudioMixReader::emitUpTo(int64_t end, const Consumer& consumer)
+{
     while (m_emitted < end) {
         const int count = int(std::min<int64_t>(end - m_emitted, chunkSamples));
         mixChunk(count);
@@ -78,7 +83,12 @@ void AudioMixReader::emitUpTo(int64_t end, const Consumer& consumer) {
     }
 }
 
-void AudioMixReader::mixChunk(int count) {
+void AudioMixReader::mixChunk(int count)
+{
+    if (m_tracks.size() == 1) {
+        copyOnlyTrack(count);
+        return;
+    }
     m_mix.assign(std::size_t(count), 0.0f);
     m_playing.assign(std::size_t(count), 0);
     const int64_t chunkEnd = m_emitted + count;
@@ -102,4 +112,18 @@ void AudioMixReader::mixChunk(int count) {
         if (playing > 1)
             m_mix[std::size_t(i)] /= float(playing);
     }
+}
+
+// The common case needs no sums: the samples go straight out, silence where there are none.
+void AudioMixReader::copyOnlyTrack(int count)
+{
+    AudioTrackDecoder& track = *m_tracks.front();
+    track.dropBefore(m_emitted);
+    const int from = int(std::clamp<int64_t>(track.bufferStart() - m_emitted, 0, count));
+    const int to = int(std::clamp<int64_t>(track.bufferEnd() - m_emitted, from, count));
+    m_mix.resize(std::size_t(count));
+    std::fill(m_mix.begin(), m_mix.begin() + from, 0.0f);
+    if (to > from)
+        track.take(m_mix.data() + from, to - from);
+    std::fill(m_mix.begin() + to, m_mix.end(), 0.0f);
 }

@@ -42,6 +42,7 @@ private:
     AudioTrackDecoder* laggingTrack() const;
     void emitUpTo(int64_t end, const Consumer& consumer);
     void mixChunk(int count);
+    void copyOnlyTrack(int count);
 
     const std::atomic<bool>& m_cancelRequested;
     std::vector<std::unique_ptr<AudioTrackDecoder>> m_tracks;

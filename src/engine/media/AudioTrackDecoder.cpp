@@ -12,7 +12,8 @@ constexpr AVRational outputTimeBase{1, AudioTrackDecoder::outputRate};
 
 // Only this stream's packets are wanted from the demuxer; the others are skipped unread
 // where the container allows it, and never decoded.
-void discardOtherStreams(AVFormatContext* demuxer, int streamIndex) {
+void discardOtherStreams(AVFormatContext* demuxer, int streamIndex)
+{
     for (unsigned i = 0; i < demuxer->nb_streams; ++i)
         demuxer->streams[i]->discard = int(i) == streamIndex ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
 }
@@ -22,7 +23,8 @@ void discardOtherStreams(AVFormatContext* demuxer, int streamIndex) {
 AudioTrackDecoder::AudioTrackDecoder(AVFormatContext* demuxer, int streamIndex, int64_t fileStart)
     : m_demuxer(demuxer)
     , m_streamIndex(streamIndex)
-    , m_fileStart(fileStart) {
+    , m_fileStart(fileStart)
+{
     openDecoder();
 }
 
@@ -31,11 +33,13 @@ AudioTrackDecoder::AudioTrackDecoder(InputFormatContextPtr demuxer, int streamIn
     : m_ownedDemuxer(std::move(demuxer))
     , m_demuxer(m_ownedDemuxer.get())
     , m_streamIndex(streamIndex)
-    , m_fileStart(fileStart) {
+    , m_fileStart(fileStart)
+{
     openDecoder();
 }
 
-void AudioTrackDecoder::openDecoder() {
+void AudioTrackDecoder::openDecoder()
+{
     discardOtherStreams(m_demuxer, m_streamIndex);
     const AVStream* stream = m_demuxer->streams[m_streamIndex];
     const AVCodec* codec = avcodec_find_decoder(stream->codecpar->codec_id);
@@ -59,7 +63,8 @@ void AudioTrackDecoder::openDecoder() {
         throw std::bad_alloc();
 }
 
-void AudioTrackDecoder::decodeMore() {
+void AudioTrackDecoder::decodeMore()
+{
     while (!m_ended) {
         const int result = avcodec_receive_frame(m_decoder.get(), m_frame.get());
         if (result == 0) {
@@ -80,7 +85,8 @@ void AudioTrackDecoder::decodeMore() {
     }
 }
 
-void AudioTrackDecoder::sendNextPacket() {
+void AudioTrackDecoder::sendNextPacket()
+{
     for (;;) {
         int result = av_read_frame(m_demuxer, m_packet.get());
         if (result == AVERROR_EOF) {
@@ -115,7 +121,8 @@ void AudioTrackDecoder::sendNextPacket() {
 // Containers with a full sample index (MP4, QuickTime) list every packet up front; fewer
 // packets than listed means the data ends early. Sparse indexes (seek points only) list fewer
 // entries than there are packets and never trip this.
-void AudioTrackDecoder::checkComplete() const {
+void AudioTrackDecoder::checkComplete() const
+{
     const int listed = avformat_index_get_entries_count(m_demuxer->streams[m_streamIndex]);
     if (m_packetsRead < listed) {
         qCWarning(lcMedia, "stream %d ended after %lld of %d indexed packets", m_streamIndex,
@@ -124,7 +131,8 @@ void AudioTrackDecoder::checkComplete() const {
     }
 }
 
-void AudioTrackDecoder::finish() {
+void AudioTrackDecoder::finish()
+{
     flushConverter();
     m_ended = true;
     // Damage here and there is tolerated, but a stream of which nothing decoded is a failure.
@@ -132,7 +140,8 @@ void AudioTrackDecoder::finish() {
         throwFfmpegError("decoding audio", m_lastDecodeError);
 }
 
-void AudioTrackDecoder::convertFrame(const AVFrame& frame) {
+void AudioTrackDecoder::convertFrame(const AVFrame& frame)
+{
     if (frame.nb_samples <= 0)
         return;
     if (!m_placed)
@@ -146,7 +155,8 @@ void AudioTrackDecoder::convertFrame(const AVFrame& frame) {
     m_producedAny = true;
 }
 
-void AudioTrackDecoder::placeTrack(const AVFrame& frame) {
+void AudioTrackDecoder::placeTrack(const AVFrame& frame)
+{
     m_placed = true;
     if (frame.best_effort_timestamp == AV_NOPTS_VALUE)
         return;
@@ -158,7 +168,8 @@ void AudioTrackDecoder::placeTrack(const AVFrame& frame) {
     m_bufferStart = start - fileStart;
 }
 
-void AudioTrackDecoder::configureConverter(const AVFrame& frame) {
+void AudioTrackDecoder::configureConverter(const AVFrame& frame)
+{
     const int channels = frame.ch_layout.nb_channels;
     if (channels <= 0 || frame.sample_rate <= 0)
         throw FormatError();
@@ -193,7 +204,8 @@ void AudioTrackDecoder::configureConverter(const AVFrame& frame) {
         throw std::bad_alloc();
 }
 
-void AudioTrackDecoder::flushConverter() {
+void AudioTrackDecoder::flushConverter()
+{
     if (!m_converter)
         return;
     // The resampler holds back the samples its filter still needs; an empty input drains them.
@@ -205,7 +217,8 @@ void AudioTrackDecoder::flushConverter() {
     }
 }
 
-void AudioTrackDecoder::appendConverted(const uint8_t* const* input, int inputCount) {
+void AudioTrackDecoder::appendConverted(const uint8_t* const* input, int inputCount)
+{
     const int capacity = swr_get_out_samples(m_converter.get(), inputCount);
     if (capacity < 0)
         throwFfmpegError("swr_get_out_samples", capacity);
@@ -225,7 +238,8 @@ void AudioTrackDecoder::appendConverted(const uint8_t* const* input, int inputCo
         throwFfmpegError("av_audio_fifo_write", written);
 }
 
-void AudioTrackDecoder::dropBefore(int64_t index) {
+void AudioTrackDecoder::dropBefore(int64_t index)
+{
     if (index <= m_bufferStart)
         return;
     const int count =
@@ -236,7 +250,8 @@ void AudioTrackDecoder::dropBefore(int64_t index) {
     m_bufferStart += count;
 }
 
-void AudioTrackDecoder::take(float* destination, int count) {
+void AudioTrackDecoder::take(float* destination, int count)
+{
     void* data = destination;
     const int read = av_audio_fifo_read(m_fifo.get(), &data, count);
     if (read < 0)

@@ -21,14 +21,18 @@ public:
     class FormatError : public std::runtime_error {
     public:
         FormatError()
-            : std::runtime_error("audio format cannot be converted") {}
+            : std::runtime_error("audio format cannot be converted")
+        {
+        }
     };
 
     // The file ends before the packets its own index lists: it was cut short.
     class TruncatedError : public std::runtime_error {
     public:
         TruncatedError()
-            : std::runtime_error("file is cut short") {}
+            : std::runtime_error("file is cut short")
+        {
+        }
     };
 
     // Reads stream `streamIndex` of `demuxer`, which must stay open while this decoder lives;

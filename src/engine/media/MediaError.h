@@ -7,7 +7,10 @@
 // library's own message unchanged; callers show it like any other error.
 class MediaError : public std::runtime_error {
 public:
-    explicit MediaError(const QString& message) : std::runtime_error(message.toStdString()) {}
+    explicit MediaError(const QString& message)
+        : std::runtime_error(message.toStdString())
+    {
+    }
 
     QString message() const { return QString::fromUtf8(what()); }
 };

@@ -13,7 +13,8 @@ extern "C" {
 
 MediaFile::MediaFile(const QString& path)
     : m_path(path)
-    , m_context(openDemuxer(path)) {
+    , m_context(openDemuxer(path))
+{
     for (unsigned i = 0; i < m_context->nb_streams; ++i) {
         const AVStream* stream = m_context->streams[i];
         switch (stream->codecpar->codec_type) {
@@ -30,7 +31,8 @@ MediaFile::MediaFile(const QString& path)
     }
 }
 
-InputFormatContextPtr MediaFile::openDemuxer(const QString& path) {
+InputFormatContextPtr MediaFile::openDemuxer(const QString& path)
+{
     // FFmpeg opens a folder without complaint and only fails on reading; say so at once.
     if (QFileInfo(path).isDir())
         throw MediaError(ffmpegErrorText(AVERROR(EISDIR)));
@@ -51,17 +53,20 @@ InputFormatContextPtr MediaFile::openDemuxer(const QString& path) {
     return context;
 }
 
-double MediaFile::duration() const {
+double MediaFile::duration() const
+{
     if (m_context->duration == AV_NOPTS_VALUE)
         return std::nan("");
     return double(m_context->duration) / AV_TIME_BASE;
 }
 
-bool MediaFile::durationIsEstimated() const {
+bool MediaFile::durationIsEstimated() const
+{
     return m_context->duration_estimation_method == AVFMT_DURATION_FROM_BITRATE;
 }
 
-QString MediaFile::codecTag(int streamIndex) const {
+QString MediaFile::codecTag(int streamIndex) const
+{
     const AVCodecParameters* parameters = m_context->streams[streamIndex]->codecpar;
     switch (parameters->codec_id) {
     case AV_CODEC_ID_H264:
@@ -81,7 +86,8 @@ QString MediaFile::codecTag(int streamIndex) const {
     return QString::fromLatin1(avcodec_get_name(parameters->codec_id));
 }
 
-int MediaFile::rotation(int streamIndex) const {
+int MediaFile::rotation(int streamIndex) const
+{
     const AVStream* stream = m_context->streams[streamIndex];
     const auto* matrix = reinterpret_cast<const int32_t*>(
         av_stream_get_side_data(stream, AV_PKT_DATA_DISPLAYMATRIX, nullptr));

@@ -1,0 +1,380 @@
+#include "BatchModel.h"
+#include "Completion.h"
+#include "Ellipsize.h"
+#include "Fixtures.h"
+#include "Localization.h"
+#include "PreferenceSandbox.h"
+#include "Stats.h"
+#include "TidleEngine.h"
+#include "UserMessage.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <map>
+
+// Readable failure messages.
+static void PrintTo(const QString& text, std::ostream* out)
+{
+    *out << '"' << text.toStdString() << '"';
+}
+
+namespace {
+
+// Real recordings made by espeak-ng and ffmpeg, one for every way a file can end.
+QString speechWithPauses()
+{
+    const QString first =
+        Fixtures::makeSpeech("batch-first.wav", "The first part of this talk is short.");
+    const QString second =
+        Fixtures::makeSpeech("batch-second.wav", "After a long silence the talk goes on.");
+    return Fixtures::makeWithFfmpeg("batch-speech-pauses.wav",
+                                    {"-i", first, "-f", "lavfi", "-t", "1.5", "-i",
+                                     "anullsrc=r=22050:cl=mono", "-i", second, "-filter_complex",
+                                     "[0:a][1:a][2:a]concat=n=3:v=0:a=1"});
+}
+
+QString toneWithoutPause()
+{
+    return Fixtures::makeWithFfmpeg("batch-tone.wav",
+                                    {"-f", "lavfi", "-i", "sine=frequency=440:duration=3"});
+}
+
+// The presets all pad cuts by at least 0.1 s, which keeps something of any quiet file long
+// enough to hold a pause; only a file shorter than the shortest keep has nothing to keep.
+QString quietBlip()
+{
+    return Fixtures::makeWithFfmpeg(
+        "batch-quiet-blip.wav", {"-f", "lavfi", "-i", "anullsrc=r=16000:cl=mono", "-t", "0.04"});
+}
+
+QString videoWithoutSound()
+{
+    return Fixtures::makeWithFfmpeg("batch-mute-video.mp4",
+                                    {"-f", "lavfi", "-i", "testsrc2=size=160x120:rate=10", "-t",
+                                     "2", "-c:v", "libx264", "-pix_fmt", "yuv420p"});
+}
+
+// Long enough that its export is still running when the test reacts to its progress.
+QString longVideoWithPauses()
+{
+    return Fixtures::makeWithFfmpeg(
+        "batch-long-video.mp4",
+        {"-f", "lavfi", "-i", "testsrc2=size=640x360:rate=25:duration=40", "-f", "lavfi", "-i",
+         "aevalsrc=0.3*sin(2*PI*440*t)*lt(mod(t\\,4)\\,2):s=44100:d=40", "-c:v", "libx264",
+         "-preset", "ultrafast", "-pix_fmt", "yuv420p", "-c:a", "aac", "-shortest"});
+}
+
+void writeGarbage(const QString& path)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    QByteArray bytes;
+    for (int i = 0; i < 4096; ++i)
+        bytes.append(char((i * 7919) % 251));
+    file.write(bytes);
+}
+
+bool waitForEndOfRun(BatchModel& model, qint64 timeoutMs = 240000)
+{
+    QSignalSpy running(&model, &BatchModel::isRunningChanged);
+    QElapsedTimer clock;
+    clock.start();
+    while (model.isRunning()) {
+        const qint64 left = timeoutMs - clock.elapsed();
+        if (left <= 0)
+            return false;
+        running.wait(int(left));
+    }
+    return true;
+}
+
+const BatchItem* itemNamed(const BatchModel& model, const QString& name)
+{
+    for (const BatchItem& item : model.items()) {
+        if (item.url.fileName() == name)
+            return &item;
+    }
+    return nullptr;
+}
+
+class BatchRun : public PreferenceSandboxTest {
+protected:
+    void SetUp() override
+    {
+        PreferenceSandboxTest::SetUp();
+        ASSERT_TRUE(m_folder.isValid());
+        Completion::setDelivery([this](const QString& title, const QString& body) {
+            m_notifications.append({title, body});
+        });
+        QObject::connect(&m_model, &BatchModel::itemStatusChanged, &m_model, [this](int index) {
+            const BatchItem& item = m_model.items()[index];
+            m_history[item.url.fileName()].append(item.status);
+        });
+    }
+    void TearDown() override { Completion::setDelivery({}); }
+
+    QString place(const QString& fixture, const QString& name)
+    {
+        const QString target = QDir(m_folder.path()).filePath(name);
+        EXPECT_TRUE(QFile::copy(fixture, target)) << name.toStdString();
+        return target;
+    }
+    QStringList folderEntries() const
+    {
+        QStringList names = QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden);
+        names.sort();
+        return names;
+    }
+
+    QTemporaryDir m_folder;
+    BatchModel m_model;
+    QList<QPair<QString, QString>> m_notifications;
+    std::map<QString, QList<BatchItem::Status>> m_history;
+};
+
+template <typename T> bool is(const BatchItem::Status& status)
+{
+    return std::holds_alternative<T>(status);
+}
+
+} // namespace
+
+TEST_F(BatchRun, oneRunOverAFolderMeetsEveryOutcome)
+{
+    const QString speech = place(speechWithPauses(), "speech.wav");
+    place(toneWithoutPause(), "tone.wav");
+    place(quietBlip(), "blip.wav");
+    place(videoWithoutSound(), "mute.mp4");
+    const QString broken = QDir(m_folder.path()).filePath("broken.mp4");
+    writeGarbage(broken);
+    const QStringList inputs = folderEntries();
+
+    m_model.setItems({QUrl::fromLocalFile(m_folder.path())});
+    ASSERT_EQ(m_model.items().size(), 5);
+    m_model.run();
+    EXPECT_TRUE(m_model.isRunning());
+    ASSERT_TRUE(waitForEndOfRun(m_model));
+
+    // Written beside the input under the default name, shorter by the pause.
+    const QString output = QDir(m_folder.path()).filePath("speech (no pauses).m4a");
+    const BatchItem* done = itemNamed(m_model, "speech.wav");
+    ASSERT_NE(done, nullptr);
+    ASSERT_TRUE(is<BatchItem::Done>(done->status)) << m_model.summary().toStdString();
+    const auto& result = std::get<BatchItem::Done>(done->status);
+    EXPECT_EQ(result.output, QUrl::fromLocalFile(output));
+    const double inputSeconds = Fixtures::probeDuration(speech);
+    const double removed = result.removedFraction * inputSeconds;
+    // The 1.5 s joined between the sentences, less the padding, and any quiet espeak-ng
+    // leaves at the ends of its sentences.
+    EXPECT_GT(removed, 1.0);
+    EXPECT_LT(removed, inputSeconds / 2);
+    ASSERT_TRUE(QFile::exists(output));
+    EXPECT_NEAR(Fixtures::probeDuration(output), inputSeconds - removed, 0.1);
+    const QJsonArray streams = Fixtures::probe(output).value("streams").toArray();
+    ASSERT_EQ(streams.size(), 1);
+    EXPECT_EQ(streams[0].toObject().value("codec_type").toString(), "audio");
+    EXPECT_NEAR(Stats::totalSecondsSaved(), removed, 0.01);
+
+    const struct {
+        const char* name;
+        const char* reasonKey;
+    } skips[] = {{"tone.wav", "batch.skip.noPauses"},
+                 {"blip.wav", "batch.skip.allSilent"},
+                 {"mute.mp4", "batch.skip.noAudio"}};
+    for (const auto& skip : skips) {
+        const BatchItem* item = itemNamed(m_model, skip.name);
+        ASSERT_NE(item, nullptr);
+        EXPECT_EQ(item->status, BatchItem::Status(BatchItem::Skipped{localized(skip.reasonKey)}))
+            << skip.name;
+    }
+
+    const BatchItem* failed = itemNamed(m_model, "broken.mp4");
+    ASSERT_NE(failed, nullptr);
+    ASSERT_TRUE(is<BatchItem::Failed>(failed->status));
+    // The same text the engine gives for the file, cut for the list.
+    QString direct;
+    try {
+        TidleEngine().analyze(broken, BatchModel::runSettings(Sensitivity::standard));
+    } catch (const std::exception& error) {
+        direct = userMessage(error);
+    }
+    ASSERT_FALSE(direct.isEmpty());
+    EXPECT_EQ(std::get<BatchItem::Failed>(failed->status).reason, ellipsize(direct, 80));
+
+    // Nothing else was written, and nothing was left half-made.
+    QStringList expectedFiles = inputs;
+    expectedFiles << "speech (no pauses).m4a";
+    expectedFiles.sort();
+    EXPECT_EQ(folderEntries(), expectedFiles);
+
+    EXPECT_EQ(m_model.summary(), localizedCount("batch.summary.files", 5) + " · " +
+                                     localizedCount("batch.summary.done", 1) + " · " +
+                                     localizedCount("batch.summary.skipped", 4));
+    ASSERT_EQ(m_notifications.size(), 1);
+    EXPECT_EQ(m_notifications[0].first, localized("notify.batch.title"));
+    EXPECT_EQ(m_notifications[0].second, localizedCount("notify.batch.body", 1));
+
+    // Each item moved only forward, and reached the list in the order it happened.
+    const QList<BatchItem::Status>& speechSteps = m_history["speech.wav"];
+    ASSERT_GE(speechSteps.size(), 3);
+    EXPECT_TRUE(is<BatchItem::Analyzing>(speechSteps.first()));
+    EXPECT_TRUE(is<BatchItem::Done>(speechSteps.last()));
+    double lastFraction = -1.0;
+    for (int i = 1; i + 1 < speechSteps.size(); ++i) {
+        ASSERT_TRUE(is<BatchItem::Encoding>(speechSteps[i]));
+        const double fraction = std::get<BatchItem::Encoding>(speechSteps[i]).progress;
+        EXPECT_GE(fraction, lastFraction);
+        lastFraction = fraction;
+    }
+    EXPECT_EQ(lastFraction, 1.0);
+    for (const char* name : {"tone.wav", "blip.wav", "mute.mp4", "broken.mp4"}) {
+        const auto& steps = m_history[name];
+        ASSERT_EQ(steps.size(), 2) << name;
+        EXPECT_TRUE(is<BatchItem::Analyzing>(steps[0])) << name;
+    }
+
+    // What a run wrote is a supported file in its own right.
+    m_model.setItems({QUrl::fromLocalFile(m_folder.path())});
+    EXPECT_EQ(m_model.items().size(), 6);
+}
+
+TEST_F(BatchRun, stopDuringTheSecondOfFiveFilesEndsTheRunWithoutANotification)
+{
+    QList<QUrl> files = {QUrl::fromLocalFile(place(speechWithPauses(), "a.wav")),
+                         QUrl::fromLocalFile(place(longVideoWithPauses(), "b.mp4"))};
+    for (const char* name : {"c.wav", "d.wav", "e.wav"})
+        files.append(QUrl::fromLocalFile(place(toneWithoutPause(), name)));
+    const QStringList inputs = folderEntries();
+    m_model.setItems(files);
+    ASSERT_EQ(m_model.items().size(), 5);
+
+    // Stop while the second file's export is under way.
+    QObject::connect(&m_model, &BatchModel::itemStatusChanged, &m_model, [this](int index) {
+        const auto& status = m_model.items()[index].status;
+        if (index == 1 && is<BatchItem::Encoding>(status) &&
+            std::get<BatchItem::Encoding>(status).progress < 1.0)
+            m_model.stop();
+    });
+    m_model.run();
+    ASSERT_TRUE(waitForEndOfRun(m_model));
+
+    const QList<BatchItem>& items = m_model.items();
+    EXPECT_TRUE(is<BatchItem::Done>(items[0].status));
+    EXPECT_EQ(items[1].status,
+              BatchItem::Status(BatchItem::Failed{localized("batch.fail.cancelled")}));
+    for (int i = 2; i < 5; ++i)
+        EXPECT_TRUE(is<BatchItem::Waiting>(items[i].status)) << i;
+    EXPECT_TRUE(m_notifications.isEmpty());
+    QStringList expectedFiles = inputs;
+    expectedFiles << "a (no pauses).m4a";
+    expectedFiles.sort();
+    EXPECT_EQ(folderEntries(), expectedFiles);
+}
+
+TEST_F(BatchRun, theListIsFixedWhileRunningAndAnEmptyListDoesNotRun)
+{
+    QSignalSpy running(&m_model, &BatchModel::isRunningChanged);
+    m_model.run();
+    EXPECT_FALSE(m_model.isRunning());
+    EXPECT_EQ(running.count(), 0);
+
+    const QUrl tone = QUrl::fromLocalFile(place(toneWithoutPause(), "tone.wav"));
+    const QUrl speech = QUrl::fromLocalFile(place(speechWithPauses(), "speech.wav"));
+    m_model.setItems({tone, speech});
+    m_model.run();
+    ASSERT_TRUE(m_model.isRunning());
+    const QList<BatchItem> during = m_model.items();
+    m_model.setItems({speech});
+    m_model.clear();
+    m_model.run();
+    EXPECT_EQ(m_model.items().size(), 2);
+    EXPECT_EQ(m_model.items()[0].id, during[0].id);
+    ASSERT_TRUE(waitForEndOfRun(m_model));
+    EXPECT_EQ(running.count(), 2);
+    EXPECT_EQ(m_notifications.size(), 1);
+
+    // A second run of the same list does every file again.
+    m_history.clear();
+    m_model.run();
+    ASSERT_TRUE(waitForEndOfRun(m_model));
+    EXPECT_TRUE(is<BatchItem::Done>(m_model.items()[1].status));
+    EXPECT_TRUE(is<BatchItem::Analyzing>(m_history["speech.wav"].first()));
+    EXPECT_EQ(m_notifications.size(), 2);
+
+    m_model.clear();
+    EXPECT_TRUE(m_model.items().isEmpty());
+}
+
+TEST_F(BatchRun, aLongFailureTextIsCutAndTheInputIsNeverWrittenOver)
+{
+    const QString speech = place(speechWithPauses(), "speech.wav");
+    // A link where the output would go leads back to the input: the engine refuses to write,
+    // with a text longer than the list shows.
+    ASSERT_TRUE(QFile::link(speech, QDir(m_folder.path()).filePath("speech (no pauses).m4a")));
+    QFile original(speech);
+    ASSERT_TRUE(original.open(QIODevice::ReadOnly));
+    const QByteArray before = original.readAll();
+    original.close();
+
+    m_model.setItems({QUrl::fromLocalFile(speech)});
+    m_model.run();
+    ASSERT_TRUE(waitForEndOfRun(m_model));
+
+    const QString full = localized("error.exportFailed").arg(localized("diag.sameFile"));
+    ASSERT_GT(full.size(), 80);
+    EXPECT_EQ(m_model.items()[0].status,
+              BatchItem::Status(BatchItem::Failed{full.left(80) + QChar(0x2026)}));
+    ASSERT_TRUE(original.open(QIODevice::ReadOnly));
+    EXPECT_EQ(original.readAll(), before);
+    EXPECT_TRUE(m_notifications.isEmpty());
+    EXPECT_EQ(Stats::totalSecondsSaved(), 0.0);
+}
+
+TEST_F(BatchRun, aRunWithNothingWrittenPostsNoNotification)
+{
+    m_model.setItems({QUrl::fromLocalFile(place(toneWithoutPause(), "tone.wav")),
+                      QUrl::fromLocalFile(place(videoWithoutSound(), "mute.mp4"))});
+    m_model.run();
+    ASSERT_TRUE(waitForEndOfRun(m_model));
+    EXPECT_EQ(m_model.summary(), localizedCount("batch.summary.files", 2) + " · " +
+                                     localizedCount("batch.summary.skipped", 2));
+    EXPECT_TRUE(m_notifications.isEmpty());
+    EXPECT_EQ(Stats::totalSecondsSaved(), 0.0);
+}
+
+TEST(BatchShutdown, aModelDestroyedMidRunStopsItsFileAndLeavesNothingBehind)
+{
+    QTemporaryDir folder;
+    ASSERT_TRUE(folder.isValid());
+    const QString input = QDir(folder.path()).filePath("long.mp4");
+    ASSERT_TRUE(QFile::copy(longVideoWithPauses(), input));
+    int notifications = 0;
+    Completion::setDelivery([&](const QString&, const QString&) { ++notifications; });
+    {
+        auto model = std::make_unique<BatchModel>();
+        model->setItems({QUrl::fromLocalFile(input)});
+        bool encoding = false;
+        QObject::connect(model.get(), &BatchModel::itemStatusChanged, [&](int) {
+            encoding = encoding || is<BatchItem::Encoding>(model->items()[0].status);
+        });
+        model->run();
+        QSignalSpy changes(model.get(), &BatchModel::itemStatusChanged);
+        QElapsedTimer clock;
+        clock.start();
+        while (!encoding && model->isRunning() && clock.elapsed() < 120000)
+            changes.wait(1000);
+        ASSERT_TRUE(encoding);
+        model.reset();
+    }
+    // Whatever the worker still posted must not run against the dead model.
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    Completion::setDelivery({});
+    EXPECT_EQ(notifications, 0);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"long.mp4"});
+}

@@ -1,0 +1,281 @@
+#include "ModelTestFixture.h"
+
+#include "Completion.h"
+#include "Fixtures.h"
+#include "FormatTime.h"
+#include "Localization.h"
+#include "Stats.h"
+#include "TidleEngine.h"
+#include "TidleError.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QThread>
+#include <gtest/gtest.h>
+
+namespace {
+
+using Phase = AppModel::Phase;
+
+struct Announcement {
+    QString title;
+    QString body;
+};
+
+QByteArray digest(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    hash.addData(&file);
+    return hash.result();
+}
+
+// The spoken fixture, analysed and ready; notifications are collected instead of shown.
+class SaveTest : public ModelTest {
+protected:
+    void SetUp() override
+    {
+        ModelTest::SetUp();
+        Completion::setDelivery([this](const QString& title, const QString& body) {
+            m_announcements.push_back({title, body});
+        });
+        ASSERT_TRUE(m_folder.isValid());
+        m_input = m_folder.filePath("talk.wav");
+        ASSERT_TRUE(QFile::copy(DocumentFixtures::speechWithPauses(), m_input));
+        makeModel();
+        ASSERT_TRUE(loadAndWait(m_input));
+        ASSERT_EQ(m_model->phase(), Phase::ready) << m_model->errorMessage().toStdString();
+    }
+    void TearDown() override
+    {
+        ModelTest::TearDown();
+        Completion::setDelivery({});
+    }
+
+    bool saveEnded()
+    {
+        return waitUntil([this] { return m_model->phase() != Phase::encoding; });
+    }
+
+    QStringList folderEntries() const
+    {
+        return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+
+    QTemporaryDir m_folder;
+    QString m_input;
+    std::vector<Announcement> m_announcements;
+};
+
+TEST_F(SaveTest, ASavedFileIsCountedAndAnnounced)
+{
+    const QString output = m_folder.filePath("talk (no pauses).m4a");
+    const Analysis analysis = *m_model->analysis();
+    const double totalBefore = Stats::totalSecondsSaved();
+    const QByteArray inputDigest = digest(m_input);
+    m_player->setPlaying(true);
+    ASSERT_TRUE(waitUntil([this] { return m_model->isPlaying(); }));
+    double lastProgress = -1.0;
+    QObject::connect(m_model.get(), &AppModel::progressChanged, m_model.get(),
+                     [&] { lastProgress = m_model->progress(); });
+
+    m_model->tidle(QUrl::fromLocalFile(output));
+    EXPECT_EQ(m_model->phase(), Phase::encoding);
+    EXPECT_EQ(m_model->progress(), 0.0);
+    EXPECT_FALSE(m_player->playing);
+    ASSERT_TRUE(saveEnded());
+
+    ASSERT_EQ(m_model->phase(), Phase::done) << m_model->errorMessage().toStdString();
+    EXPECT_EQ(m_model->outputURL(), QUrl::fromLocalFile(output));
+    EXPECT_EQ(lastProgress, 1.0);
+    EXPECT_NEAR(Fixtures::probeDuration(output), analysis.keptSeconds(), 0.1);
+    EXPECT_EQ(digest(m_input), inputDigest);
+
+    const double removed = analysis.removedSeconds();
+    ASSERT_GT(removed, 2.0);
+    EXPECT_NEAR(Stats::totalSecondsSaved() - totalBefore, removed, 1e-9);
+    ASSERT_EQ(m_announcements.size(), 1u);
+    EXPECT_EQ(m_announcements[0].title, localized("notify.video.title"));
+    EXPECT_EQ(m_announcements[0].body,
+              localized("notify.video.body").arg("talk (no pauses).m4a", formatTime(removed)));
+}
+
+TEST_F(SaveTest, ASaveThatOutlivesItsModelStillCounts)
+{
+    const QString output = m_folder.filePath("late.m4a");
+    const double removed = m_model->analysis()->removedSeconds();
+    const double totalBefore = Stats::totalSecondsSaved();
+    m_model->tidle(QUrl::fromLocalFile(output));
+    // The export ends on the worker while the GUI thread sleeps; its results wait in the
+    // event queue when the model goes.
+    QThread::msleep(5000);
+    m_model.reset();
+    runEventLoop(300);
+
+    EXPECT_TRUE(QFile::exists(output));
+    EXPECT_NEAR(Stats::totalSecondsSaved() - totalBefore, removed, 1e-9);
+    ASSERT_EQ(m_announcements.size(), 1u);
+    EXPECT_TRUE(m_announcements[0].body.startsWith("late.m4a"));
+}
+
+TEST_F(SaveTest, ChangingThePlanAfterSavingAllowsSavingAgain)
+{
+    const QString output = m_folder.filePath("first.m4a");
+    m_model->tidle(QUrl::fromLocalFile(output));
+    ASSERT_TRUE(saveEnded());
+    ASSERT_EQ(m_model->phase(), Phase::done);
+    m_model->tidle(QUrl::fromLocalFile(m_folder.filePath("again.m4a")));
+    EXPECT_EQ(m_model->phase(), Phase::done);
+
+    m_model->toggleSilence(0);
+    EXPECT_EQ(m_model->phase(), Phase::ready);
+    EXPECT_TRUE(m_model->outputURL().isEmpty());
+    m_model->toggleSilence(0);
+    m_model->tidle(QUrl::fromLocalFile(m_folder.filePath("second.m4a")));
+    ASSERT_TRUE(saveEnded());
+    EXPECT_EQ(m_model->phase(), Phase::done);
+    EXPECT_EQ(m_announcements.size(), 2u);
+    EXPECT_FALSE(QFile::exists(m_folder.filePath("again.m4a")));
+}
+
+TEST_F(SaveTest, TheInputIsNeverTheDestination)
+{
+    m_model->toggleSilence(1);
+    const QByteArray inputDigest = digest(m_input);
+    const Analysis analysis = *m_model->analysis();
+    const double totalBefore = Stats::totalSecondsSaved();
+
+    m_model->tidle(QUrl::fromLocalFile(m_input));
+
+    EXPECT_EQ(m_model->phase(), Phase::failed);
+    EXPECT_EQ(m_model->errorMessage(), localized("error.overwrite"));
+    EXPECT_EQ(m_model->analysis()->keeps, analysis.keeps);
+    EXPECT_EQ(m_model->disabledSilences(), QSet<int>{1});
+    runEventLoop(300);
+    EXPECT_EQ(digest(m_input), inputDigest);
+    EXPECT_EQ(Stats::totalSecondsSaved(), totalBefore);
+    EXPECT_TRUE(m_announcements.empty());
+}
+
+TEST_F(SaveTest, TheInputWrittenAnotherWayIsRefusedByTheEngine)
+{
+    const QByteArray inputDigest = digest(m_input);
+    m_model->tidle(QUrl::fromLocalFile(m_folder.path() + "/./talk.wav"));
+    EXPECT_EQ(m_model->phase(), Phase::encoding);
+    ASSERT_TRUE(saveEnded());
+
+    EXPECT_EQ(m_model->phase(), Phase::failed);
+    EXPECT_EQ(m_model->errorMessage(),
+              TidleError::exportFailed(localized("diag.sameFile")).errorDescription());
+    EXPECT_EQ(digest(m_input), inputDigest);
+    EXPECT_TRUE(m_announcements.empty());
+}
+
+TEST_F(SaveTest, AnotherFileWaitsWhileSaving)
+{
+    const QUrl other = QUrl::fromLocalFile(DocumentFixtures::shortSine());
+    m_model->tidle(QUrl::fromLocalFile(m_folder.filePath("out.m4a")));
+    m_model->load(other);
+    m_model->analyze();
+    m_model->clear();
+    m_model->cancelAnalysis();
+    m_model->tidle(QUrl::fromLocalFile(m_folder.filePath("second.m4a")));
+
+    EXPECT_EQ(m_model->phase(), Phase::encoding);
+    EXPECT_EQ(m_model->inputURL(), QUrl::fromLocalFile(m_input));
+    EXPECT_NE(m_player->source, other);
+    ASSERT_TRUE(saveEnded());
+    EXPECT_EQ(m_model->phase(), Phase::done);
+    runEventLoop(300);
+    EXPECT_FALSE(QFile::exists(m_folder.filePath("second.m4a")));
+    EXPECT_EQ(m_announcements.size(), 1u);
+}
+
+TEST_F(SaveTest, SavingStartsOnlyWhenReady)
+{
+    const QString output = m_folder.filePath("out.m4a");
+    // Analysing.
+    m_model->analyze();
+    m_model->tidle(QUrl::fromLocalFile(output));
+    EXPECT_EQ(m_model->phase(), Phase::analyzing);
+    ASSERT_TRUE(analysisEnded());
+    // Failed.
+    m_model->tidle(QUrl::fromLocalFile(m_input));
+    ASSERT_EQ(m_model->phase(), Phase::failed);
+    m_model->tidle(QUrl::fromLocalFile(output));
+    EXPECT_EQ(m_model->phase(), Phase::failed);
+    // Idle.
+    m_model->clear();
+    m_model->tidle(QUrl::fromLocalFile(output));
+    EXPECT_EQ(m_model->phase(), Phase::idle);
+
+    runEventLoop(300);
+    EXPECT_FALSE(QFile::exists(output));
+    EXPECT_TRUE(m_announcements.empty());
+}
+
+TEST_F(SaveTest, ACancelledSaveReturnsToReadyAndLeavesNoFile)
+{
+    // Long enough that the export is still running when its first progress report comes in.
+    const QString longInput =
+        Fixtures::makeWithFfmpeg("document-long-video.mp4",
+                                 {"-f", "lavfi", "-i", "testsrc2=size=640x360:rate=30:duration=40",
+                                  "-f", "lavfi", "-i", "sine=frequency=300:duration=40", "-c:v",
+                                  "libx264", "-preset", "ultrafast", "-c:a", "aac", "-shortest"});
+    ASSERT_TRUE(loadAndWait(longInput));
+    ASSERT_EQ(m_model->phase(), Phase::ready) << m_model->errorMessage().toStdString();
+    ASSERT_TRUE(m_model->settings().frameAccurate);
+    const QStringList entriesBefore = folderEntries();
+    const double totalBefore = Stats::totalSecondsSaved();
+    QObject::connect(m_model.get(), &AppModel::progressChanged, m_model.get(), [this] {
+        if (m_model->phase() == Phase::encoding && m_model->progress() < 1.0)
+            m_model->engine()->cancel();
+    });
+
+    const QString output = m_folder.filePath("cut.mp4");
+    m_model->tidle(QUrl::fromLocalFile(output));
+    ASSERT_TRUE(saveEnded());
+
+    EXPECT_EQ(m_model->phase(), Phase::ready);
+    EXPECT_TRUE(m_model->errorMessage().isEmpty());
+    EXPECT_TRUE(m_model->outputURL().isEmpty());
+    runEventLoop(300);
+    EXPECT_FALSE(QFile::exists(output));
+    EXPECT_EQ(folderEntries(), entriesBefore);
+    EXPECT_EQ(Stats::totalSecondsSaved(), totalBefore);
+    EXPECT_TRUE(m_announcements.empty());
+}
+
+TEST_F(SaveTest, AFailedSaveShowsWhy)
+{
+    const QString output = m_folder.filePath("no such folder/out.m4a");
+    m_model->tidle(QUrl::fromLocalFile(output));
+    ASSERT_TRUE(saveEnded());
+    EXPECT_EQ(m_model->phase(), Phase::failed);
+    EXPECT_FALSE(m_model->errorMessage().isEmpty());
+    EXPECT_TRUE(m_model->outputURL().isEmpty());
+    EXPECT_TRUE(m_announcements.empty());
+}
+
+TEST(DefaultOutputNameTest, PutsTheBaseNameIntoTheLocalizedPattern)
+{
+    const struct {
+        const char* input;
+        const char* ext;
+        const char* name;
+    } cases[] = {
+        {"/talks/Lecture 3.m4a", "m4a", "Lecture 3 (no pauses).m4a"},
+        {"/talks/talk.final.mov", "mp4", "talk.final (no pauses).mp4"},
+        {"/talks/interview", "m4a", "interview (no pauses).m4a"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(AppModel::defaultOutputName(QUrl::fromLocalFile(c.input), c.ext), c.name)
+            << c.input;
+    }
+}
+
+} // namespace
