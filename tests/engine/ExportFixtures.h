@@ -11,7 +11,8 @@ namespace ExportFixtures {
 // A tone whose pitch changes at known times, so the content at any output time tells
 // which part of the source it came from: 0-1 s 200 Hz, 1-2.5 s 500 Hz, 2.5-4 s 300 Hz,
 // 4-6 s 1000 Hz, 6-8 s 700 Hz.
-constexpr double toneFrequencyAt(double seconds) {
+constexpr double toneFrequencyAt(double seconds)
+{
     return seconds < 1.0   ? 200
            : seconds < 2.5 ? 500
            : seconds < 4.0 ? 300

@@ -16,7 +16,8 @@ using ExportFixtures::toneFrequencyAt;
 const std::vector<Segment> accurateKeeps = {{1.0, 2.2}, {4.0, 6.0}};
 const std::vector<Segment> fastKeeps = {{1.3, 2.2}, {4.1, 6.0}};
 
-double rotationOf(const QJsonObject& stream) {
+double rotationOf(const QJsonObject& stream)
+{
     for (const QJsonValue& data : stream.value("side_data_list").toArray()) {
         if (data.toObject().value("side_data_type").toString() == "Display Matrix")
             return data.toObject().value("rotation").toDouble();
@@ -27,16 +28,19 @@ double rotationOf(const QJsonObject& stream) {
 // Each export is written once per test run and shared by the tests that look at it.
 class ExportedVideos {
 public:
-    static const ExportedVideos& instance() {
+    static const ExportedVideos& instance()
+    {
         static const ExportedVideos videos;
         return videos;
     }
-    QString path(const QString& name, bool frameAccurate) const {
+    QString path(const QString& name, bool frameAccurate) const
+    {
         return m_folder.filePath(name + (frameAccurate ? "-accurate.mp4" : "-fast.mp4"));
     }
 
 private:
-    ExportedVideos() {
+    ExportedVideos()
+    {
         for (bool frameAccurate : {true, false}) {
             TidleSettings settings;
             settings.frameAccurate = frameAccurate;
@@ -61,7 +65,8 @@ protected:
     static double keptSeconds() { return GetParam() ? 3.2 : 2.8; }
 };
 
-TEST_P(VideoExport, decodesCleanlyWithOneVideoAndOneSoundTrackOnly) {
+TEST_P(VideoExport, decodesCleanlyWithOneVideoAndOneSoundTrackOnly)
+{
     EXPECT_EQ(Fixtures::decodeErrors(rich()), "");
     EXPECT_EQ(ExportProbe::format(rich()).value("tags").toObject().value("major_brand").toString(),
               "isom");
@@ -77,14 +82,16 @@ TEST_P(VideoExport, decodesCleanlyWithOneVideoAndOneSoundTrackOnly) {
     EXPECT_EQ(sound[0].value("sample_rate").toString(), "48000");
 }
 
-TEST_P(VideoExport, keepsSoundAndPicturesTheSameLength) {
+TEST_P(VideoExport, keepsSoundAndPicturesTheSameLength)
+{
     const double video = ExportProbe::streamDuration(ExportProbe::streams(rich(), "video").at(0));
     const double sound = ExportProbe::streamDuration(ExportProbe::streams(rich(), "audio").at(0));
     EXPECT_NEAR(video, sound, 0.05);
     EXPECT_GE(Fixtures::probeDuration(rich()), keptSeconds() - 0.001);
 }
 
-TEST_P(VideoExport, keepsSoundInSyncWithPicturesAcrossTheJoin) {
+TEST_P(VideoExport, keepsSoundInSyncWithPicturesAcrossTheJoin)
+{
     const double picture = ExportProbe::firstBrightPicture(flash());
     const double sound = ExportProbe::firstLoudSound(flash());
     ASSERT_GE(picture, 0.0);
@@ -93,7 +100,8 @@ TEST_P(VideoExport, keepsSoundInSyncWithPicturesAcrossTheJoin) {
     EXPECT_NEAR(picture, sound, 0.045);
 }
 
-TEST_P(VideoExport, carriesRotationColourTagsAndMetadataOver) {
+TEST_P(VideoExport, carriesRotationColourTagsAndMetadataOver)
+{
     const QJsonObject video = ExportProbe::streams(rich(), "video").at(0);
     const double sourceRotation =
         rotationOf(ExportProbe::streams(ExportFixtures::richVideo(), "video").at(0));
@@ -111,7 +119,8 @@ TEST_P(VideoExport, carriesRotationColourTagsAndMetadataOver) {
 INSTANTIATE_TEST_SUITE_P(EitherMode, VideoExport, testing::Values(true, false),
                          [](const auto& info) { return info.param ? "frameAccurate" : "fast"; });
 
-TEST(FrameAccurateExport, holdsExactlyThePicturesOfTheKeeps) {
+TEST(FrameAccurateExport, holdsExactlyThePicturesOfTheKeeps)
+{
     const QString output = ExportedVideos::instance().path("rich", true);
     // 1.2 s and 2.0 s at 25 fps.
     EXPECT_EQ(ExportProbe::countVideoFrames(output), 30 + 50);
@@ -121,7 +130,8 @@ TEST(FrameAccurateExport, holdsExactlyThePicturesOfTheKeeps) {
                 1024.0 / 48000);
 }
 
-TEST(FrameAccurateExport, placesEachKeepsSoundWhereItsPicturesStart) {
+TEST(FrameAccurateExport, placesEachKeepsSoundWhereItsPicturesStart)
+{
     const QString output = ExportedVideos::instance().path("rich", true);
     const struct {
         double outputStart;
@@ -135,7 +145,8 @@ TEST(FrameAccurateExport, placesEachKeepsSoundWhereItsPicturesStart) {
     }
 }
 
-TEST(FastExport, copiesTheVideoFromTheKeyframeBeforeEachKeep) {
+TEST(FastExport, copiesTheVideoFromTheKeyframeBeforeEachKeep)
+{
     const QString output = ExportedVideos::instance().path("rich", false);
     const auto source = ExportProbe::packets(ExportFixtures::richVideo(), "v");
     const auto copied = ExportProbe::packets(output, "v");
@@ -152,7 +163,8 @@ TEST(FastExport, copiesTheVideoFromTheKeyframeBeforeEachKeep) {
 }
 
 QString exportOnce(const QString& input, const QString& name, std::vector<Segment> keeps,
-                   OutputContainer container, bool frameAccurate) {
+                   OutputContainer container, bool frameAccurate)
+{
     static QTemporaryDir folder;
     const QString output = folder.filePath(name);
     TidleSettings settings;
@@ -163,7 +175,8 @@ QString exportOnce(const QString& input, const QString& name, std::vector<Segmen
     return output;
 }
 
-TEST(FastExport, copiesProResAndPcmIntoAQuickTimeMovie) {
+TEST(FastExport, copiesProResAndPcmIntoAQuickTimeMovie)
+{
     const QString output = exportOnce(ExportFixtures::proresMovie(), "prores.mov", {{0.5, 1.5}},
                                       OutputContainer::QuickTimeMovie, false);
     EXPECT_EQ(Fixtures::decodeErrors(output), "");
@@ -177,7 +190,8 @@ TEST(FastExport, copiesProResAndPcmIntoAQuickTimeMovie) {
     EXPECT_EQ(ExportProbe::countVideoFrames(output), 26);
 }
 
-TEST(FastExport, reencodesSoundTheContainerCannotHoldAndCopiesThePictures) {
+TEST(FastExport, reencodesSoundTheContainerCannotHoldAndCopiesThePictures)
+{
     const QString output = exportOnce(ExportFixtures::h264WithPcm(), "pcm.mp4",
                                       {{1.3, 2.2}, {2.6, 3.6}}, OutputContainer::MPEG4, false);
     EXPECT_EQ(Fixtures::decodeErrors(output), "");
@@ -197,7 +211,8 @@ TEST(FastExport, reencodesSoundTheContainerCannotHoldAndCopiesThePictures) {
     EXPECT_EQ(copied.front().size, keyframe->size);
 }
 
-TEST(FrameAccurateExport, convertsTenBitFourTwoTwoProResToEightBitFourTwoZero) {
+TEST(FrameAccurateExport, convertsTenBitFourTwoTwoProResToEightBitFourTwoZero)
+{
     const QString output = exportOnce(ExportFixtures::proresMovie(), "prores.mp4", {{0.5, 1.5}},
                                       OutputContainer::MPEG4, true);
     EXPECT_EQ(Fixtures::decodeErrors(output), "");
@@ -209,7 +224,8 @@ TEST(FrameAccurateExport, convertsTenBitFourTwoTwoProResToEightBitFourTwoZero) {
     EXPECT_NEAR(ExportProbe::streamDuration(video), 1.0, 0.001);
 }
 
-TEST(FrameAccurateExport, trimsOddSizesToEvenOnes) {
+TEST(FrameAccurateExport, trimsOddSizesToEvenOnes)
+{
     const QString output = exportOnce(ExportFixtures::oddSizedVideo(), "odd.mp4", {{0.2, 1.2}},
                                       OutputContainer::MPEG4, true);
     EXPECT_EQ(Fixtures::decodeErrors(output), "");

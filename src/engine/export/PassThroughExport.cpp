@@ -19,11 +19,13 @@ namespace {
 // Share of the progress bar taken by the first reading of the video's timing.
 constexpr double scanShare = 0.2;
 
-int64_t packetTime(const AVPacket* packet) {
+int64_t packetTime(const AVPacket* packet)
+{
     return packet->dts != AV_NOPTS_VALUE ? packet->dts : packet->pts;
 }
 
-AVStream* addCopiedStream(OutputFile& output, const AVStream* source) {
+AVStream* addCopiedStream(OutputFile& output, const AVStream* source)
+{
     AVStream* stream = output.addStream();
     checkExportStep(avcodec_parameters_copy(stream->codecpar, source->codecpar),
                     "copying the stream parameters");
@@ -41,21 +43,24 @@ AVStream* addCopiedStream(OutputFile& output, const AVStream* source) {
 }
 
 // Sound packets carry their length; where one does not, the codec's frame size tells it.
-int64_t soundDuration(const AVPacket* packet, const AVStream* stream) {
+int64_t soundDuration(const AVPacket* packet, const AVStream* stream)
+{
     const AVCodecParameters* parameters = stream->codecpar;
     if (packet->duration > 0 || parameters->frame_size <= 0 || parameters->sample_rate <= 0)
         return packet->duration;
     return av_rescale_q(parameters->frame_size, {1, parameters->sample_rate}, stream->time_base);
 }
 
-bool containerTakes(const OutputFile& output, const AVCodecParameters* parameters) {
+bool containerTakes(const OutputFile& output, const AVCodecParameters* parameters)
+{
     return avformat_query_codec(output.context()->oformat, parameters->codec_id,
                                 FF_COMPLIANCE_NORMAL) == 1;
 }
 
 } // namespace
 
-void PassThroughExport::run() {
+void PassThroughExport::run()
+{
     const int videoIndex = m_job.input.videoStreams().front();
     const int soundIndex = m_job.input.audioStreams().front();
     // The copy reads a second demuxer from the start; the first reads the video's timing.
@@ -73,7 +78,8 @@ void PassThroughExport::run() {
     output.commit();
 }
 
-std::vector<VideoPacketTiming> PassThroughExport::scanVideo(int videoIndex) {
+std::vector<VideoPacketTiming> PassThroughExport::scanVideo(int videoIndex)
+{
     AVFormatContext* input = m_job.input.context();
     const AVRational timeBase = input->streams[videoIndex]->time_base;
     const double duration = m_job.input.duration();
@@ -97,7 +103,8 @@ std::vector<VideoPacketTiming> PassThroughExport::scanVideo(int videoIndex) {
 }
 
 PassThroughExport::Streams PassThroughExport::addStreams(const MediaFile& source, int videoIndex,
-                                                         int soundIndex, OutputFile& output) {
+                                                         int soundIndex, OutputFile& output)
+{
     Streams streams;
     streams.videoIndex = videoIndex;
     streams.soundIndex = soundIndex;
@@ -114,7 +121,8 @@ PassThroughExport::Streams PassThroughExport::addStreams(const MediaFile& source
 }
 
 void PassThroughExport::copyPackets(const PassThroughPlan& plan, const MediaFile& source,
-                                    const Streams& streams, OutputFile& output) {
+                                    const Streams& streams, OutputFile& output)
+{
     AVFormatContext* input = source.context();
     const int videoIndex = streams.videoIndex;
     const int soundIndex = streams.soundIndex;

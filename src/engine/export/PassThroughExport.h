@@ -18,7 +18,9 @@ struct AVStream;
 class PassThroughExport {
 public:
     explicit PassThroughExport(const ExportJob& job)
-        : m_job(job) {}
+        : m_job(job)
+    {
+    }
     void run();
 
 private:
