@@ -23,14 +23,16 @@ extern "C" {
 
 namespace {
 
-TidleSettings standardSettings(bool frameAccurate) {
+TidleSettings standardSettings(bool frameAccurate)
+{
     TidleSettings settings;
     SensitivityPresets::applyNumbers(Sensitivity::standard, settings);
     settings.frameAccurate = frameAccurate;
     return settings;
 }
 
-int analyse(const QString& input, const QString& keepsPath) {
+int analyse(const QString& input, const QString& keepsPath)
+{
     TidleEngine engine;
     const Analysis analysis = engine.analyze(input, standardSettings(true));
     QFile file(keepsPath);
@@ -46,7 +48,8 @@ int analyse(const QString& input, const QString& keepsPath) {
 }
 
 int exportKeeps(const QString& input, const QString& keepsPath, const QString& output,
-                const QString& mode) {
+                const QString& mode)
+{
     QFile file(keepsPath);
     if (!file.open(QIODevice::ReadOnly))
         return 1;
@@ -68,7 +71,8 @@ int exportKeeps(const QString& input, const QString& keepsPath, const QString& o
 
 } // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv)
+{
     QCoreApplication app(argc, argv);
     av_log_set_level(AV_LOG_QUIET);
     const QStringList arguments = app.arguments();

@@ -20,6 +20,8 @@ packages=(
   dbus-daemon
   # tests: an independent XML reader for the recent-files list
   libxml2-utils
+  # benchmarks: wall time and peak memory of a process (/usr/bin/time)
+  time
 )
 
 missing=()

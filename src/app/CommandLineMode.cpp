@@ -17,12 +17,14 @@ extern "C" {
 
 namespace {
 
-void printLine(const QString& text) {
+void printLine(const QString& text)
+{
     std::fputs(text.toUtf8().constData(), stdout);
     std::fputc('\n', stdout);
 }
 
-void printReport(const Analysis& analysis) {
+void printReport(const Analysis& analysis)
+{
     printLine(QStringLiteral("duration: ") + formatTime(analysis.duration));
     printLine(QStringLiteral("pauses:   %1, removing %2")
                   .arg(analysis.silences.size())
@@ -33,20 +35,23 @@ void printReport(const Analysis& analysis) {
 }
 
 // Qt's own formatting: a dot as decimal mark whatever the user's locale.
-void printProgress(double fraction) {
+void printProgress(double fraction)
+{
     std::fputs(QString::asprintf("\r%5.1f%%", fraction * 100.0).toUtf8().constData(), stdout);
     std::fflush(stdout);
 }
 
 // Standard output is the mode's only channel: the media library and Qt stay quiet.
-void silenceLibraries() {
+void silenceLibraries()
+{
     av_log_set_level(AV_LOG_QUIET);
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
 }
 
 } // namespace
 
-int runCLI(const QStringList& arguments) {
+int runCLI(const QStringList& arguments)
+{
     silenceLibraries();
     const auto request = CommandLineRequest::parse(arguments, QDir::currentPath());
     if (!request) {

@@ -5,12 +5,14 @@
 
 namespace {
 
-QString absolutePath(const QString& path, const QString& workingDirectory) {
+QString absolutePath(const QString& path, const QString& workingDirectory)
+{
     return QDir::cleanPath(QDir(workingDirectory).absoluteFilePath(path));
 }
 
 // "talk.final.mov" gives "talk.final"; a name whose only dot leads it has no extension.
-QString withoutLastExtension(const QString& fileName) {
+QString withoutLastExtension(const QString& fileName)
+{
     const qsizetype dot = fileName.lastIndexOf('.');
     return dot > 0 ? fileName.left(dot) : fileName;
 }
@@ -18,7 +20,8 @@ QString withoutLastExtension(const QString& fileName) {
 } // namespace
 
 std::optional<CommandLineRequest> CommandLineRequest::parse(const QStringList& arguments,
-                                                            const QString& workingDirectory) {
+                                                            const QString& workingDirectory)
+{
     const QString cli = QStringLiteral("--cli");
     const QString fast = QStringLiteral("--fast");
     QStringList positional;

@@ -11,7 +11,8 @@ namespace {
 
 // However the two paths are written (relative, "/./", symbolic links, hard links), they
 // name the same file when they lead to the same inode of the same device.
-bool isSameFile(const QString& input, const QString& output) {
+bool isSameFile(const QString& input, const QString& output)
+{
     struct stat in {};
     struct stat out {};
     if (::stat(QFile::encodeName(input).constData(), &in) != 0 ||
@@ -23,7 +24,8 @@ bool isSameFile(const QString& input, const QString& output) {
 } // namespace
 
 void TidleEngine::encode(const QString& input, const QString& output, const Analysis& analysis,
-                         const TidleSettings& settings, const ProgressCallback& onProgress) {
+                         const TidleSettings& settings, const ProgressCallback& onProgress)
+{
     m_cancelRequested.store(false);
     if (isSameFile(input, output))
         throw TidleError::exportFailed(localized("diag.sameFile"));

@@ -16,20 +16,23 @@ using Fixtures::runHushpane;
 const QString usage = "usage: Hushpane --cli [--fast] <input> [output]\n";
 
 // 3 s of a steady tone: no pause at all.
-QString steadyTone() {
+QString steadyTone()
+{
     return Fixtures::makeWithFfmpeg(
         "cli-steady.m4a", {"-f", "lavfi", "-i", "sine=f=440:d=3:sample_rate=48000", "-c:a", "aac"});
 }
 
 // 3 s of digital silence: one pause over everything.
-QString allQuiet() {
+QString allQuiet()
+{
     return Fixtures::makeWithFfmpeg(
         "cli-quiet.m4a",
         {"-f", "lavfi", "-i", "anullsrc=r=48000:cl=mono", "-t", "3", "-c:a", "aac"});
 }
 
 // 3 s of H.264 (a keyframe every second) with a steady tone.
-QString steadyVideo() {
+QString steadyVideo()
+{
     return Fixtures::makeWithFfmpeg(
         "cli-video.mp4", {"-f",       "lavfi",   "-i",      "testsrc2=s=160x120:r=25:d=3",
                           "-f",       "lavfi",   "-i",      "sine=f=440:d=3:sample_rate=48000",
@@ -38,18 +41,21 @@ QString steadyVideo() {
                           "-pix_fmt", "yuv420p", "-c:a",    "aac"});
 }
 
-QStringList lines(const QString& output) {
+QStringList lines(const QString& output)
+{
     return output.split('\n', Qt::SkipEmptyParts);
 }
 
-QByteArray fileHash(const QString& path) {
+QByteArray fileHash(const QString& path)
+{
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {};
     return QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256);
 }
 
-std::vector<int> videoPacketSizes(const QString& file) {
+std::vector<int> videoPacketSizes(const QString& file)
+{
     const auto result =
         Fixtures::run("ffprobe", {"-v", "error", "-select_streams", "v:0", "-show_entries",
                                   "packet=size", "-of", "csv=p=0", file});
@@ -59,7 +65,8 @@ std::vector<int> videoPacketSizes(const QString& file) {
     return sizes;
 }
 
-TEST(CommandLineMode, withoutAnInputPrintsTheUsageAndExitsWithTwo) {
+TEST(CommandLineMode, withoutAnInputPrintsTheUsageAndExitsWithTwo)
+{
     for (const QStringList& arguments : {QStringList{"--cli"}, QStringList{"--fast", "--cli"}}) {
         const auto result = runHushpane(arguments);
         EXPECT_EQ(result.exitCode, 2);
@@ -68,7 +75,8 @@ TEST(CommandLineMode, withoutAnInputPrintsTheUsageAndExitsWithTwo) {
     }
 }
 
-TEST(CommandLineMode, aRecordingWithoutPausesIsWrittenWhole) {
+TEST(CommandLineMode, aRecordingWithoutPausesIsWrittenWhole)
+{
     QTemporaryDir folder;
     const QString output = folder.filePath("out.m4a");
     const auto result = runHushpane({"--cli", steadyTone(), output});
@@ -87,7 +95,8 @@ TEST(CommandLineMode, aRecordingWithoutPausesIsWrittenWhole) {
     EXPECT_NEAR(Fixtures::probeDuration(output), 3.0, 0.03);
 }
 
-TEST(CommandLineMode, anAllQuietRecordingKeepsItsPaddedEnds) {
+TEST(CommandLineMode, anAllQuietRecordingKeepsItsPaddedEnds)
+{
     QTemporaryDir folder;
     const QString output = folder.filePath("out.m4a");
     const auto result = runHushpane({"--cli", allQuiet(), output});
@@ -101,7 +110,8 @@ TEST(CommandLineMode, anAllQuietRecordingKeepsItsPaddedEnds) {
     EXPECT_NEAR(Fixtures::probeDuration(output), 0.3, 0.03);
 }
 
-TEST(CommandLineMode, aBrokenFileGivesTheErrorLineAndStatusOne) {
+TEST(CommandLineMode, aBrokenFileGivesTheErrorLineAndStatusOne)
+{
     QTemporaryDir folder;
     const QString input = folder.filePath("broken.m4a");
     QFile file(input);
@@ -118,7 +128,8 @@ TEST(CommandLineMode, aBrokenFileGivesTheErrorLineAndStatusOne) {
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"broken.m4a"});
 }
 
-TEST(CommandLineMode, writesBesideTheInputUnderTheDefaultName) {
+TEST(CommandLineMode, writesBesideTheInputUnderTheDefaultName)
+{
     QTemporaryDir folder;
     const QString input = folder.filePath("talk.final.m4a");
     ASSERT_TRUE(QFile::copy(steadyTone(), input));
@@ -137,7 +148,8 @@ TEST(CommandLineMode, writesBesideTheInputUnderTheDefaultName) {
               "M4A ");
 }
 
-TEST(CommandLineMode, ignoresAThirdPath) {
+TEST(CommandLineMode, ignoresAThirdPath)
+{
     QTemporaryDir folder;
     const auto result = runHushpane(
         {"--cli", steadyTone(), folder.filePath("out.m4a"), folder.filePath("extra.m4a")});
@@ -145,7 +157,8 @@ TEST(CommandLineMode, ignoresAThirdPath) {
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"out.m4a"});
 }
 
-TEST(CommandLineMode, fastBeforeCliCopiesTheVideo) {
+TEST(CommandLineMode, fastBeforeCliCopiesTheVideo)
+{
     QTemporaryDir folder;
     const QString fast = folder.filePath("fast.mp4");
     const QString accurate = folder.filePath("accurate.mp4");
@@ -158,7 +171,8 @@ TEST(CommandLineMode, fastBeforeCliCopiesTheVideo) {
     EXPECT_EQ(Fixtures::decodeErrors(fast), "");
 }
 
-TEST(CommandLineMode, resolvesRelativePathsAgainstTheWorkingDirectory) {
+TEST(CommandLineMode, resolvesRelativePathsAgainstTheWorkingDirectory)
+{
     QTemporaryDir folder;
     ASSERT_TRUE(QFile::copy(steadyTone(), folder.filePath("talk.m4a")));
     QProcess process;
@@ -171,7 +185,8 @@ TEST(CommandLineMode, resolvesRelativePathsAgainstTheWorkingDirectory) {
     EXPECT_TRUE(QFile::exists(folder.filePath("out.m4a")));
 }
 
-TEST(CommandLineMode, refusesToWriteOverTheInput) {
+TEST(CommandLineMode, refusesToWriteOverTheInput)
+{
     QTemporaryDir folder;
     const QString input = folder.filePath("talk.m4a");
     ASSERT_TRUE(QFile::copy(steadyTone(), input));
@@ -182,7 +197,8 @@ TEST(CommandLineMode, refusesToWriteOverTheInput) {
     EXPECT_EQ(fileHash(input), before);
 }
 
-TEST(CommandLineMode, anExportFailureFollowsTheReport) {
+TEST(CommandLineMode, anExportFailureFollowsTheReport)
+{
     QTemporaryDir folder;
     const auto result = runHushpane({"--cli", steadyTone(), folder.filePath("missing/out.m4a")});
     EXPECT_EQ(result.exitCode, 1);

@@ -10,13 +10,15 @@ struct RequestCase {
     std::optional<CommandLineRequest> expected;
 };
 
-void PrintTo(const RequestCase& c, std::ostream* out) {
+void PrintTo(const RequestCase& c, std::ostream* out)
+{
     *out << c.name;
 }
 
 class ParseCommandLine : public testing::TestWithParam<RequestCase> {};
 
-TEST_P(ParseCommandLine, findsInputOutputAndMode) {
+TEST_P(ParseCommandLine, findsInputOutputAndMode)
+{
     const RequestCase& c = GetParam();
     const auto request =
         CommandLineRequest::parse(QStringList{"/usr/bin/hushpane"} + c.arguments, "/home/ann");

@@ -5,11 +5,13 @@
 namespace {
 
 // Packets of 100 ticks; spans [1000, 2000) at 0 and [3050, 4000) at 1000.
-AudioPacketCopier copier() {
+AudioPacketCopier copier()
+{
     return AudioPacketCopier(CutList({1, 1000}, {{1000, 2000, 0}, {3050, 4000, 1000}}));
 }
 
-TEST(AudioPacketCopier, takesThePacketsWhoseMiddleLiesInASpan) {
+TEST(AudioPacketCopier, takesThePacketsWhoseMiddleLiesInASpan)
+{
     AudioPacketCopier sound = copier();
     EXPECT_FALSE(sound.place(900, 100));
     EXPECT_EQ(sound.place(1000, 100), 0);
@@ -20,7 +22,8 @@ TEST(AudioPacketCopier, takesThePacketsWhoseMiddleLiesInASpan) {
     EXPECT_EQ(sound.place(3000, 100), 1000);
 }
 
-TEST(AudioPacketCopier, keepsDistanceToTheSpanStartAndShiftsOnlyToAvoidOverlap) {
+TEST(AudioPacketCopier, keepsDistanceToTheSpanStartAndShiftsOnlyToAvoidOverlap)
+{
     AudioPacketCopier sound = copier();
     // Packets on a grid offset by 40: the first span's last packet (1940) ends at 1040 on
     // the output; the second span's first packet (3040, middle 3090) would start at 990,
@@ -31,7 +34,8 @@ TEST(AudioPacketCopier, keepsDistanceToTheSpanStartAndShiftsOnlyToAvoidOverlap) 
     EXPECT_EQ(sound.place(3140, 100), 1140);
 }
 
-TEST(AudioPacketCopier, endsAfterTheLastSpan) {
+TEST(AudioPacketCopier, endsAfterTheLastSpan)
+{
     const AudioPacketCopier sound = copier();
     EXPECT_FALSE(sound.pastEnd(3999));
     EXPECT_TRUE(sound.pastEnd(4000));

@@ -5,7 +5,8 @@
 
 namespace {
 
-TEST(CutList, roundsStartsAndLengthsToSixHundredthsAndSumsLengthsExactly) {
+TEST(CutList, roundsStartsAndLengthsToSixHundredthsAndSumsLengthsExactly)
+{
     // 1.0004 s rounds to 600 ticks, its length 1.4999 s to 900; 4.0012 s to 2401 and the
     // length 1.9996 s to 1200, placed at the exact sum 900 however the second start rounds.
     const CutList list = CutList::fromKeeps({{1.0004, 2.5003}, {4.0012, 6.0008}});
@@ -16,14 +17,16 @@ TEST(CutList, roundsStartsAndLengthsToSixHundredthsAndSumsLengthsExactly) {
     EXPECT_EQ(list.sourceEnd(), 3601);
 }
 
-TEST(CutList, dropsKeepsThatRoundToNothingAndClampsNegativeStarts) {
+TEST(CutList, dropsKeepsThatRoundToNothingAndClampsNegativeStarts)
+{
     const CutList list = CutList::fromKeeps({{-0.5, 0.5}, {1.0, 1.0004}, {2.0, 3.0}});
     ASSERT_EQ(list.cuts().size(), 2u);
     EXPECT_EQ(list.cuts()[0], (Cut{0, 600, 0}));
     EXPECT_EQ(list.cuts()[1], (Cut{1200, 1800, 600}));
 }
 
-TEST(CutList, rescalesToSamplesWithoutDriftAtJoins) {
+TEST(CutList, rescalesToSamplesWithoutDriftAtJoins)
+{
     // At 44.1 kHz a 1/600 s tick is 73.5 samples: lengths rounded on their own would drift
     // by half a sample per cut; rounding output bounds keeps every join in place.
     std::vector<Segment> keeps;
@@ -48,14 +51,16 @@ struct PartsCase {
     std::vector<std::vector<Cut>> expected;         // kept parts of each piece
 };
 
-void PrintTo(const PartsCase& c, std::ostream* out) {
+void PrintTo(const PartsCase& c, std::ostream* out)
+{
     *out << c.name;
 }
 
 class CutCursorParts : public testing::TestWithParam<PartsCase> {};
 
 // Cuts: source [100, 200) at 0 and [300, 400) at 100.
-TEST_P(CutCursorParts, keepsTheOverlapOfEachPieceWithTheCuts) {
+TEST_P(CutCursorParts, keepsTheOverlapOfEachPieceWithTheCuts)
+{
     CutCursor cursor(CutList({1, 1000}, {{100, 200, 0}, {300, 400, 100}}));
     const PartsCase& c = GetParam();
     for (std::size_t i = 0; i < c.spans.size(); ++i)
@@ -80,7 +85,8 @@ INSTANTIATE_TEST_SUITE_P(
         PartsCase{"pieceWithinOneCut", {{310, 320}}, {{{310, 320, 110}}}}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST(CutCursor, isPastTheEndOnlyFromTheLastCutsEnd) {
+TEST(CutCursor, isPastTheEndOnlyFromTheLastCutsEnd)
+{
     const CutCursor cursor(CutList({1, 1000}, {{100, 200, 0}, {300, 400, 100}}));
     EXPECT_FALSE(cursor.pastEnd(399));
     EXPECT_TRUE(cursor.pastEnd(400));

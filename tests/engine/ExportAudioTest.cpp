@@ -11,14 +11,16 @@ namespace {
 
 using ExportFixtures::toneFrequencyAt;
 
-TidleSettings settings(bool frameAccurate) {
+TidleSettings settings(bool frameAccurate)
+{
     TidleSettings result;
     result.frameAccurate = frameAccurate;
     return result;
 }
 
 // Keeps 1.0-2.5 s and 4.0-6.0 s of the tone, in either mode; written once per test run.
-QString exportedTones(bool frameAccurate) {
+QString exportedTones(bool frameAccurate)
+{
     static QTemporaryDir folder;
     const QString output = folder.filePath(frameAccurate ? "accurate.m4a" : "fast.m4a");
     if (!QFile::exists(output)) {
@@ -36,7 +38,8 @@ protected:
     static QString output() { return exportedTones(GetParam()); }
 };
 
-TEST_P(AudioOnlyExport, writesAacLcInAnM4aThatDecodesCleanly) {
+TEST_P(AudioOnlyExport, writesAacLcInAnM4aThatDecodesCleanly)
+{
     EXPECT_EQ(Fixtures::decodeErrors(output()), "");
     EXPECT_EQ(
         ExportProbe::format(output()).value("tags").toObject().value("major_brand").toString(),
@@ -50,11 +53,13 @@ TEST_P(AudioOnlyExport, writesAacLcInAnM4aThatDecodesCleanly) {
     EXPECT_TRUE(ExportProbe::streams(output(), "video").empty());
 }
 
-TEST_P(AudioOnlyExport, lastsTheSumOfTheKeepsWithinOneAacFrame) {
+TEST_P(AudioOnlyExport, lastsTheSumOfTheKeepsWithinOneAacFrame)
+{
     EXPECT_NEAR(Fixtures::probeDuration(output()), 3.5, 1024.0 / 48000);
 }
 
-TEST_P(AudioOnlyExport, placesEachKeepsContentWhereItsKeepStarts) {
+TEST_P(AudioOnlyExport, placesEachKeepsContentWhereItsKeepStarts)
+{
     // Output time -> source time: 0-1.5 s is 1.0-2.5 s, 1.5-3.5 s is 4.0-6.0 s. Slices
     // close to the join would catch a cut that is off by more than a few milliseconds.
     const struct {
@@ -69,7 +74,8 @@ TEST_P(AudioOnlyExport, placesEachKeepsContentWhereItsKeepStarts) {
     }
 }
 
-TEST_P(AudioOnlyExport, carriesTitleAndArtistOver) {
+TEST_P(AudioOnlyExport, carriesTitleAndArtistOver)
+{
     const QJsonObject tags = ExportProbe::format(output()).value("tags").toObject();
     EXPECT_EQ(tags.value("title").toString(), "Tones");
     EXPECT_EQ(tags.value("artist").toString(), "Hushpane Tests");
@@ -86,13 +92,15 @@ struct LayoutCase {
     int expectedChannels;
 };
 
-void PrintTo(const LayoutCase& c, std::ostream* out) {
+void PrintTo(const LayoutCase& c, std::ostream* out)
+{
     *out << c.name;
 }
 
 class AudioOnlyLayout : public testing::TestWithParam<LayoutCase> {};
 
-TEST_P(AudioOnlyLayout, keepsChannelsUpToStereoAndTheSampleRate) {
+TEST_P(AudioOnlyLayout, keepsChannelsUpToStereoAndTheSampleRate)
+{
     const LayoutCase& c = GetParam();
     QTemporaryDir folder;
     const QString output = folder.filePath("out.m4a");
@@ -118,5 +126,19 @@ INSTANTIATE_TEST_SUITE_P(Table, AudioOnlyLayout,
                                          LayoutCase{"fivePointOneDownmixed", 6, 48000, "m4a", 2},
                                          LayoutCase{"monoWav22k", 1, 22050, "wav", 1}),
                          [](const auto& info) { return std::string(info.param.name); });
+
+TEST(AudioOnlyTracks, onlyTheFirstSoundTrackGoesOver)
+{
+    QTemporaryDir folder;
+    const QString output = folder.filePath("out.m4a");
+    TidleEngine engine;
+    engine.encode(ExportFixtures::twoSoundTracks(), output,
+                  ExportFixtures::analysis({{0.25, 1.75}}, 2.0, false, OutputContainer::AppleM4A),
+                  settings(true), [](double) {});
+    ASSERT_EQ(ExportProbe::streams(output, "audio").size(), 1u);
+    EXPECT_NEAR(
+        ExportProbe::toneFrequency(ExportProbe::decodeSound(output, 0.5, 0.5, 48000), 48000), 440.0,
+        440.0 * 0.02);
+}
 
 } // namespace

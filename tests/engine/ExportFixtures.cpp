@@ -12,7 +12,8 @@ namespace {
 const QString toneSource = "aevalsrc='0.5*sin(2*PI*t*(if(lt(t,1),200,if(lt(t,2.5),500,"
                            "if(lt(t,4),300,if(lt(t,6),1000,700))))))':s=48000:d=8";
 
-QString subtitles() {
+QString subtitles()
+{
     const QString path = Fixtures::path("export-subtitles.srt");
     if (!QFile::exists(path)) {
         QFile file(path);
@@ -26,13 +27,15 @@ QString subtitles() {
 
 } // namespace
 
-QString tones() {
+QString tones()
+{
     return Fixtures::makeWithFfmpeg(
         "export-tones.m4a", {"-f", "lavfi", "-i", toneSource, "-c:a", "aac", "-b:a", "192k",
                              "-metadata", "title=Tones", "-metadata", "artist=Hushpane Tests"});
 }
 
-QString toneWithChannels(int channels, int rate, const QString& extension) {
+QString toneWithChannels(int channels, int rate, const QString& extension)
+{
     const QString name = QString("export-tone-%1ch-%2.%3").arg(channels).arg(rate).arg(extension);
     QStringList arguments = {"-f",  "lavfi",
                              "-i",  QString("sine=f=440:d=2:sample_rate=%1").arg(rate),
@@ -41,7 +44,8 @@ QString toneWithChannels(int channels, int rate, const QString& extension) {
     return Fixtures::makeWithFfmpeg(name, arguments);
 }
 
-QString richVideo() {
+QString richVideo()
+{
     const QString plain =
         Fixtures::makeWithFfmpeg("export-rich-unrotated.mp4", {"-f",
                                                                "lavfi",
@@ -98,7 +102,8 @@ QString richVideo() {
                                                         "creation_time=2020-01-02T03:04:05Z"});
 }
 
-QString flash() {
+QString flash()
+{
     return Fixtures::makeWithFfmpeg(
         "export-flash.mp4",
         {"-f",
@@ -124,14 +129,16 @@ QString flash() {
          "96k"});
 }
 
-QString proresMovie() {
+QString proresMovie()
+{
     return Fixtures::makeWithFfmpeg("export-prores.mov",
                                     {"-f", "lavfi", "-i", "testsrc2=s=160x120:r=25:d=2", "-f",
                                      "lavfi", "-i", "sine=f=440:d=2:sample_rate=48000", "-c:v",
                                      "prores_ks", "-c:a", "pcm_s16le"});
 }
 
-QString h264WithPcm() {
+QString h264WithPcm()
+{
     return Fixtures::makeWithFfmpeg("export-h264-pcm.mov",
                                     {"-f", "lavfi", "-i", "testsrc2=s=160x120:r=25:d=4", "-f",
                                      "lavfi", "-i", "sine=f=440:d=4:sample_rate=48000", "-c:v",
@@ -139,13 +146,31 @@ QString h264WithPcm() {
                                      "yuv420p", "-c:a", "pcm_s16le"});
 }
 
-QString silentVideo() {
+QString oddSizedVideo()
+{
+    return Fixtures::makeWithFfmpeg(
+        "export-odd.mp4", {"-f", "lavfi", "-i", "testsrc2=s=161x121:r=25:d=2", "-f", "lavfi", "-i",
+                           "sine=f=440:d=2:sample_rate=48000", "-c:v", "libx264", "-preset",
+                           "veryfast", "-pix_fmt", "yuv444p", "-c:a", "aac"});
+}
+
+QString twoSoundTracks()
+{
+    return Fixtures::makeWithFfmpeg("export-two-tracks.m4a",
+                                    {"-f", "lavfi", "-i", "sine=f=440:d=2:sample_rate=48000", "-f",
+                                     "lavfi", "-i", "sine=f=1000:d=2:sample_rate=48000", "-map",
+                                     "0:a", "-map", "1:a", "-c:a", "aac"});
+}
+
+QString silentVideo()
+{
     return Fixtures::makeWithFfmpeg("export-silent.mp4",
                                     {"-f", "lavfi", "-i", "testsrc2=s=160x120:r=25:d=2", "-c:v",
                                      "libx264", "-preset", "veryfast", "-pix_fmt", "yuv420p"});
 }
 
-QString longVideo() {
+QString longVideo()
+{
     return Fixtures::makeWithFfmpeg(
         "export-long.mp4", {"-f", "lavfi", "-i", "testsrc2=s=640x360:r=25:d=20", "-f", "lavfi",
                             "-i", "sine=f=440:d=20:sample_rate=48000", "-c:v", "libx264", "-preset",
@@ -153,7 +178,8 @@ QString longVideo() {
 }
 
 Analysis analysis(std::vector<Segment> keeps, double duration, bool hasVideo,
-                  OutputContainer container) {
+                  OutputContainer container)
+{
     Analysis result;
     result.duration = duration;
     result.keeps = std::move(keeps);

@@ -11,7 +11,8 @@ namespace ExportFixtures {
 // A tone whose pitch changes at known times, so the content at any output time tells
 // which part of the source it came from: 0-1 s 200 Hz, 1-2.5 s 500 Hz, 2.5-4 s 300 Hz,
 // 4-6 s 1000 Hz, 6-8 s 700 Hz.
-constexpr double toneFrequencyAt(double seconds) {
+constexpr double toneFrequencyAt(double seconds)
+{
     return seconds < 1.0   ? 200
            : seconds < 2.5 ? 500
            : seconds < 4.0 ? 300
@@ -33,6 +34,10 @@ QString flash();
 QString proresMovie();
 // 4 s of H.264 with PCM sound in a .mov: the sound cannot go into an .mp4 as it is.
 QString h264WithPcm();
+// 2 s of 161x121 H.264 (odd sizes) with sound.
+QString oddSizedVideo();
+// 2 s of sound with two tracks: 440 Hz first, 1000 Hz second.
+QString twoSoundTracks();
 // 2 s of H.264 without sound.
 QString silentVideo();
 // 20 s of 640x360 H.264 with sound: long enough to be cancelled midway.

@@ -13,7 +13,8 @@ namespace ExportProbe {
 
 namespace {
 
-QString probeCsv(const QStringList& arguments) {
+QString probeCsv(const QStringList& arguments)
+{
     const auto result = Fixtures::run("ffprobe", QStringList{"-v", "error"} + arguments);
     if (result.exitCode != 0)
         throw std::runtime_error("ffprobe failed: " + result.standardError.toStdString());
@@ -22,7 +23,8 @@ QString probeCsv(const QStringList& arguments) {
 
 // A lavfi source graph reading `file`; the fixture folder holds no characters that
 // need escaping there, which the check makes sure of.
-QString movieSource(const QString& filter, const QString& file) {
+QString movieSource(const QString& filter, const QString& file)
+{
     if (file.contains(QRegularExpression(R"([:,;'\[\]\\])")))
         throw std::runtime_error("path needs escaping: " + file.toStdString());
     return filter + "=" + file;
@@ -30,7 +32,8 @@ QString movieSource(const QString& filter, const QString& file) {
 
 } // namespace
 
-std::vector<QJsonObject> streams(const QString& file, const QString& type) {
+std::vector<QJsonObject> streams(const QString& file, const QString& type)
+{
     std::vector<QJsonObject> found;
     for (const QJsonValue& stream : Fixtures::probe(file).value("streams").toArray()) {
         if (stream.toObject().value("codec_type").toString() == type)
@@ -39,15 +42,18 @@ std::vector<QJsonObject> streams(const QString& file, const QString& type) {
     return found;
 }
 
-QJsonObject format(const QString& file) {
+QJsonObject format(const QString& file)
+{
     return Fixtures::probe(file).value("format").toObject();
 }
 
-double streamDuration(const QJsonObject& stream) {
+double streamDuration(const QJsonObject& stream)
+{
     return stream.value("duration").toString().toDouble();
 }
 
-int countVideoFrames(const QString& file) {
+int countVideoFrames(const QString& file)
+{
     return probeCsv({"-count_frames", "-select_streams", "v:0", "-show_entries",
                      "stream=nb_read_frames", "-of", "csv=p=0", file})
         .section(',', 0, 0)
@@ -55,7 +61,8 @@ int countVideoFrames(const QString& file) {
         .toInt();
 }
 
-std::vector<PacketInfo> packets(const QString& file, const QString& type) {
+std::vector<PacketInfo> packets(const QString& file, const QString& type)
+{
     std::vector<PacketInfo> found;
     const QString csv = probeCsv({"-select_streams", type + ":0", "-show_entries",
                                   "packet=pts_time,size,flags", "-of", "csv=p=0", file});
@@ -68,7 +75,8 @@ std::vector<PacketInfo> packets(const QString& file, const QString& type) {
     return found;
 }
 
-std::vector<short> decodeSound(const QString& file, double start, double length, int rate) {
+std::vector<short> decodeSound(const QString& file, double start, double length, int rate)
+{
     QProcess process;
     process.start("ffmpeg", {"-v", "error", "-ss", QString::number(start, 'f', 4), "-t",
                              QString::number(length, 'f', 4), "-i", file, "-map", "0:a:0", "-f",
@@ -81,7 +89,8 @@ std::vector<short> decodeSound(const QString& file, double start, double length,
     return samples;
 }
 
-double toneFrequency(const std::vector<short>& samples, int rate) {
+double toneFrequency(const std::vector<short>& samples, int rate)
+{
     if (samples.size() < 2)
         return 0.0;
     int crossings = 0;
@@ -92,7 +101,8 @@ double toneFrequency(const std::vector<short>& samples, int rate) {
     return crossings / 2.0 / (double(samples.size()) / rate);
 }
 
-double firstBrightPicture(const QString& file) {
+double firstBrightPicture(const QString& file)
+{
     const QString csv =
         probeCsv({"-f", "lavfi", "-i", movieSource("movie", file) + ",signalstats", "-show_entries",
                   "frame=pts_time:frame_tags=lavfi.signalstats.YAVG", "-of", "csv=p=0"});
@@ -104,7 +114,8 @@ double firstBrightPicture(const QString& file) {
     return -1.0;
 }
 
-double firstLoudSound(const QString& file) {
+double firstLoudSound(const QString& file)
+{
     const QString csv =
         probeCsv({"-f", "lavfi", "-i",
                   movieSource("amovie", file) +
@@ -119,7 +130,8 @@ double firstLoudSound(const QString& file) {
     return -1.0;
 }
 
-QStringList folderEntries(const QString& folder) {
+QStringList folderEntries(const QString& folder)
+{
     return QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot | QDir::System);
 }
 

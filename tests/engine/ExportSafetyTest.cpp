@@ -20,27 +20,31 @@ using ExportFixtures::analysis;
 const Analysis toneAnalysis =
     analysis({{1.0, 2.5}, {4.0, 6.0}}, 8.0, false, OutputContainer::AppleM4A);
 
-TidleSettings settings(bool frameAccurate) {
+TidleSettings settings(bool frameAccurate)
+{
     TidleSettings result;
     result.frameAccurate = frameAccurate;
     return result;
 }
 
-QByteArray fileHash(const QString& path) {
+QByteArray fileHash(const QString& path)
+{
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return {};
     return QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256);
 }
 
-void writeFile(const QString& path, const QByteArray& contents) {
+void writeFile(const QString& path, const QByteArray& contents)
+{
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(contents);
 }
 
 // Runs `call`, which must throw a TidleError, and returns it.
-template <typename Call> TidleError engineError(Call call) {
+template <typename Call> TidleError engineError(Call call)
+{
     try {
         call();
     } catch (const TidleError& error) {
@@ -50,7 +54,8 @@ template <typename Call> TidleError engineError(Call call) {
     return TidleError::exportFailed("none");
 }
 
-TEST(ExportSafety, replacesAFileAlreadyAtTheDestination) {
+TEST(ExportSafety, replacesAFileAlreadyAtTheDestination)
+{
     QTemporaryDir folder;
     const QString output = folder.filePath("talk.m4a");
     writeFile(output, "an older file that is not media");
@@ -61,7 +66,8 @@ TEST(ExportSafety, replacesAFileAlreadyAtTheDestination) {
     EXPECT_EQ(ExportProbe::folderEntries(folder.path()), QStringList{"talk.m4a"});
 }
 
-TEST(ExportSafety, reportsRisingProgressEndingAtExactlyOne) {
+TEST(ExportSafety, reportsRisingProgressEndingAtExactlyOne)
+{
     QTemporaryDir folder;
     std::vector<double> reports;
     TidleEngine engine;
@@ -82,7 +88,8 @@ TEST(ExportSafety, reportsRisingProgressEndingAtExactlyOne) {
     }
 }
 
-TEST(ExportSafety, cancelMidwayLeavesNoFileAndNoTemporaryFile) {
+TEST(ExportSafety, cancelMidwayLeavesNoFileAndNoTemporaryFile)
+{
     QTemporaryDir folder;
     const QString output = folder.filePath("out.mp4");
     writeFile(output, "replaced before the export starts");
@@ -105,7 +112,8 @@ TEST(ExportSafety, cancelMidwayLeavesNoFileAndNoTemporaryFile) {
 // file exists by then and must go.
 class CancelledStrategy : public testing::TestWithParam<int> {};
 
-TEST_P(CancelledStrategy, leavesNothingBehind) {
+TEST_P(CancelledStrategy, leavesNothingBehind)
+{
     QTemporaryDir folder;
     Exporter::Request request;
     request.destination = folder.filePath("out");
@@ -136,7 +144,8 @@ INSTANTIATE_TEST_SUITE_P(Each, CancelledStrategy, testing::Values(0, 1, 2), [](c
                                          : "passThrough");
 });
 
-TEST(ExportSafety, aFailingWriterLeavesNoFileBehind) {
+TEST(ExportSafety, aFailingWriterLeavesNoFileBehind)
+{
     // ProRes cannot go into an .mp4: the container refuses it once the file is open.
     QTemporaryDir folder;
     const QString output = folder.filePath("out.mp4");
@@ -159,13 +168,15 @@ struct DestinationCase {
     const char* payload;
 };
 
-void PrintTo(const DestinationCase& c, std::ostream* out) {
+void PrintTo(const DestinationCase& c, std::ostream* out)
+{
     *out << c.name;
 }
 
 class UnusableDestination : public testing::TestWithParam<DestinationCase> {};
 
-TEST_P(UnusableDestination, failsClearlyAndWritesNothing) {
+TEST_P(UnusableDestination, failsClearlyAndWritesNothing)
+{
     QTemporaryDir folder;
     ASSERT_TRUE(QDir(folder.path()).mkdir("sub"));
     writeFile(folder.filePath("file"), "x");
@@ -193,7 +204,8 @@ INSTANTIATE_TEST_SUITE_P(
                                     "creating the new file: Not a directory"}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST(ExportSafety, readOnlyFolderFailsWithoutTouchingTheInput) {
+TEST(ExportSafety, readOnlyFolderFailsWithoutTouchingTheInput)
+{
     QTemporaryDir folder;
     const QString input = folder.filePath("talk.m4a");
     ASSERT_TRUE(QFile::copy(ExportFixtures::tones(), input));
@@ -212,7 +224,8 @@ TEST(ExportSafety, readOnlyFolderFailsWithoutTouchingTheInput) {
 
 class OutputIsInput : public testing::TestWithParam<const char*> {};
 
-TEST_P(OutputIsInput, isRefusedAndLeavesTheInputAsItWas) {
+TEST_P(OutputIsInput, isRefusedAndLeavesTheInputAsItWas)
+{
     QTemporaryDir folder;
     ASSERT_TRUE(QDir(folder.path()).mkdir("dir"));
     const QString input = folder.filePath("dir/talk.m4a");
@@ -234,7 +247,8 @@ INSTANTIATE_TEST_SUITE_P(WrittenAnyWay, OutputIsInput,
                          testing::Values("FOLDER/dir/talk.m4a", "FOLDER/dir/./talk.m4a",
                                          "FOLDER/dir/../dir/talk.m4a", "FOLDER/link.m4a"));
 
-TEST(ExportSafety, aVideoWithoutSoundIsRefused) {
+TEST(ExportSafety, aVideoWithoutSoundIsRefused)
+{
     QTemporaryDir folder;
     TidleEngine engine;
     const TidleError error = engineError([&] {
@@ -246,7 +260,8 @@ TEST(ExportSafety, aVideoWithoutSoundIsRefused) {
     EXPECT_TRUE(ExportProbe::folderEntries(folder.path()).isEmpty());
 }
 
-TEST(ExportSafety, aMissingInputIsTheMediaLibrarysOwnError) {
+TEST(ExportSafety, aMissingInputIsTheMediaLibrarysOwnError)
+{
     QTemporaryDir folder;
     TidleEngine engine;
     EXPECT_THROW(engine.encode(folder.filePath("missing.m4a"), folder.filePath("out.m4a"),
@@ -255,7 +270,8 @@ TEST(ExportSafety, aMissingInputIsTheMediaLibrarysOwnError) {
     EXPECT_TRUE(ExportProbe::folderEntries(folder.path()).isEmpty());
 }
 
-TEST(ExportSafety, theEngineCanExportAgainAfterACancel) {
+TEST(ExportSafety, theEngineCanExportAgainAfterACancel)
+{
     QTemporaryDir folder;
     TidleEngine engine;
     engine.cancel();

@@ -7,7 +7,8 @@ namespace {
 // A 10 fps stream in 1/1000 s: 100 ticks per frame, a keyframe every `gop` frames, and
 // with `reorder` each P picture decoded before the B pictures it precedes on screen
 // (decode order I P B B P B B ..., dts running `reorder` frames behind pts).
-std::vector<VideoPacketTiming> stream(int frames, int gop, bool reorder) {
+std::vector<VideoPacketTiming> stream(int frames, int gop, bool reorder)
+{
     std::vector<VideoPacketTiming> packets;
     for (int decoded = 0; decoded < frames; ++decoded) {
         int shown = decoded;
@@ -26,11 +27,13 @@ std::vector<VideoPacketTiming> stream(int frames, int gop, bool reorder) {
     return packets;
 }
 
-CutList cuts(std::vector<Cut> list) {
+CutList cuts(std::vector<Cut> list)
+{
     return {{1, 1000}, std::move(list)};
 }
 
-TEST(PassThroughPlan, startsEachSpanAtTheKeyframeAtOrBeforeTheCut) {
+TEST(PassThroughPlan, startsEachSpanAtTheKeyframeAtOrBeforeTheCut)
+{
     // Keyframes every 1 s; cuts at 1.3-2.2 s and 4.0-6.0 s (the second on a keyframe).
     const auto packets = stream(100, 10, false);
     const PassThroughPlan plan(packets, cuts({{1300, 2200, 0}, {4000, 6000, 900}}));
@@ -43,7 +46,8 @@ TEST(PassThroughPlan, startsEachSpanAtTheKeyframeAtOrBeforeTheCut) {
     EXPECT_EQ(plan.spans()[1].lastDts, 5900);
 }
 
-TEST(PassThroughPlan, mergesSpansThatOverlapOnceSnapped) {
+TEST(PassThroughPlan, mergesSpansThatOverlapOnceSnapped)
+{
     // The second cut snaps back to 2.0 s, inside the first span.
     const auto packets = stream(100, 10, false);
     const PassThroughPlan plan(packets, cuts({{1000, 2500, 0}, {2700, 3200, 1500}}));
@@ -52,7 +56,8 @@ TEST(PassThroughPlan, mergesSpansThatOverlapOnceSnapped) {
     EXPECT_EQ(plan.spans()[0].lastDts, 3100);
 }
 
-TEST(PassThroughPlan, stretchesTheEndOverPicturesDecodedBeforeIt) {
+TEST(PassThroughPlan, stretchesTheEndOverPicturesDecodedBeforeIt)
+{
     // With reordering the P picture shown at 2.3 s is decoded before the B pictures shown
     // at 2.1 and 2.2 s; cutting at 2.2 s needs it, and the span runs until it has been shown.
     const auto packets = stream(100, 10, true);
@@ -73,7 +78,8 @@ TEST(PassThroughPlan, stretchesTheEndOverPicturesDecodedBeforeIt) {
     EXPECT_GE(span.cut.sourceEnd, 2200);
 }
 
-TEST(PassThroughPlan, neverLeavesAHoleAmongThePicturesItCopies) {
+TEST(PassThroughPlan, neverLeavesAHoleAmongThePicturesItCopies)
+{
     // A B-pyramid: the picture shown at 0.4 s is decoded second, then 0.2, 0.1 and 0.3 s.
     // A cut ending at 0.15 s takes the packets decoded before then (0, 0.4, 0.2, 0.1 s);
     // without 0.3 s the copy would show 0.2 s, skip a picture and show 0.4 s.
@@ -89,7 +95,8 @@ TEST(PassThroughPlan, neverLeavesAHoleAmongThePicturesItCopies) {
     EXPECT_FALSE(span.copiesVideoPacket(300, 500));
 }
 
-TEST(PassThroughPlan, dropsPicturesShownBeforeTheKeyframeTheyFollow) {
+TEST(PassThroughPlan, dropsPicturesShownBeforeTheKeyframeTheyFollow)
+{
     // Open GOP: two leading B pictures decoded after the keyframe at 1.0 s but shown
     // before it; they reference the previous GOP, which is not copied.
     std::vector<VideoPacketTiming> packets = {
@@ -109,7 +116,8 @@ TEST(PassThroughPlan, dropsPicturesShownBeforeTheKeyframeTheyFollow) {
     EXPECT_FALSE(span.copiesVideoPacket(1200, 1200));
 }
 
-TEST(PassThroughPlan, doesNotSnapBeyondTheEndOfTheVideo) {
+TEST(PassThroughPlan, doesNotSnapBeyondTheEndOfTheVideo)
+{
     // Video for 2 s, sound longer: a cut at 5-6 s stays as it is and copies no video.
     const auto packets = stream(20, 10, false);
     const PassThroughPlan plan(packets, cuts({{500, 900, 0}, {5000, 6000, 400}}));
@@ -120,12 +128,14 @@ TEST(PassThroughPlan, doesNotSnapBeyondTheEndOfTheVideo) {
     EXPECT_FALSE(plan.spans()[1].hasVideo());
 }
 
-TEST(PassThroughPlan, withoutVideoKeepsTheCutsAsTheyAre) {
+TEST(PassThroughPlan, withoutVideoKeepsTheCutsAsTheyAre)
+{
     const PassThroughPlan plan({}, cuts({{100, 200, 0}, {300, 400, 100}}));
     EXPECT_EQ(plan.cutList().cuts(), (std::vector<Cut>{{100, 200, 0}, {300, 400, 100}}));
 }
 
-TEST(PassThroughPlan, outputPositionsAreTheRunningSumOfSpanLengths) {
+TEST(PassThroughPlan, outputPositionsAreTheRunningSumOfSpanLengths)
+{
     const auto packets = stream(100, 10, false);
     const PassThroughPlan plan(packets,
                                cuts({{1300, 2200, 0}, {4100, 5000, 900}, {7500, 8000, 1800}}));

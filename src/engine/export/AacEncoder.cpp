@@ -20,7 +20,8 @@ constexpr int64_t stereoBitRate = 128000;
 constexpr int64_t monoBitRate = 96000;
 
 // The source rate when AAC allows it, else the nearest allowed rate above, else the highest.
-int encoderSampleRate(const AVCodec* codec, int sourceRate) {
+int encoderSampleRate(const AVCodec* codec, int sourceRate)
+{
     int best = 0;
     int highest = 0;
     for (const int* rate = codec->supported_samplerates; rate && *rate; ++rate) {
@@ -38,7 +39,8 @@ int encoderSampleRate(const AVCodec* codec, int sourceRate) {
 } // namespace
 
 AacEncoder::AacEncoder(const AVCodecContext* source, OutputFile& output)
-    : m_output(output) {
+    : m_output(output)
+{
     const AVCodec* codec = avcodec_find_encoder_by_name("aac");
     if (!codec)
         throw TidleError::exportFailed(localized("diag.noEncoder"));
@@ -68,11 +70,13 @@ AacEncoder::AacEncoder(const AVCodecContext* source, OutputFile& output)
         throwExportFailure("opening the AAC encoder", AVERROR(ENOMEM));
 }
 
-AacEncoder::~AacEncoder() {
+AacEncoder::~AacEncoder()
+{
     av_channel_layout_uninit(&m_resamplerInput);
 }
 
-void AacEncoder::setUpResampler(const AVFrame* frame) {
+void AacEncoder::setUpResampler(const AVFrame* frame)
+{
     const bool same = m_resampler && m_resamplerFormat == frame->format &&
                       m_resamplerRate == frame->sample_rate &&
                       av_channel_layout_compare(&m_resamplerInput, &frame->ch_layout) == 0;
@@ -102,7 +106,8 @@ void AacEncoder::setUpResampler(const AVFrame* frame) {
     m_resamplerRate = frame->sample_rate;
 }
 
-void AacEncoder::append(const AVFrame* frame, int offset, int count) {
+void AacEncoder::append(const AVFrame* frame, int offset, int count)
+{
     if (count <= 0)
         return;
     setUpResampler(frame);
@@ -119,7 +124,8 @@ void AacEncoder::append(const AVFrame* frame, int offset, int count) {
     resample(planes.data(), count);
 }
 
-void AacEncoder::appendSilence(const AVFrame* like, int count) {
+void AacEncoder::appendSilence(const AVFrame* like, int count)
+{
     if (count <= 0)
         return;
     setUpResampler(like);
@@ -127,7 +133,8 @@ void AacEncoder::appendSilence(const AVFrame* like, int count) {
     resample(nullptr, 0);
 }
 
-int AacEncoder::resample(const uint8_t** input, int count) {
+int AacEncoder::resample(const uint8_t** input, int count)
+{
     const int capacity = swr_get_out_samples(m_resampler.get(), count);
     checkExportStep(capacity, "converting the sound");
     if (capacity == 0)
@@ -150,7 +157,8 @@ int AacEncoder::resample(const uint8_t** input, int count) {
     return converted;
 }
 
-void AacEncoder::encodeBuffered(bool all) {
+void AacEncoder::encodeBuffered(bool all)
+{
     const int frameSize = m_encoder->frame_size;
     while (av_audio_fifo_size(m_fifo.get()) >= frameSize)
         encodeFrame(frameSize);
@@ -159,7 +167,8 @@ void AacEncoder::encodeBuffered(bool all) {
         encodeFrame(av_audio_fifo_size(m_fifo.get()));
 }
 
-void AacEncoder::encodeFrame(int sampleCount) {
+void AacEncoder::encodeFrame(int sampleCount)
+{
     FramePtr frame = makeFrame();
     frame->format = m_encoder->sample_fmt;
     frame->nb_samples = sampleCount;
@@ -175,7 +184,8 @@ void AacEncoder::encodeFrame(int sampleCount) {
     sendToEncoder(frame.get());
 }
 
-void AacEncoder::sendToEncoder(const AVFrame* frame) {
+void AacEncoder::sendToEncoder(const AVFrame* frame)
+{
     checkExportStep(avcodec_send_frame(m_encoder.get(), frame), "encoding the sound");
     for (;;) {
         const int result = avcodec_receive_packet(m_encoder.get(), m_packet.get());
@@ -187,7 +197,8 @@ void AacEncoder::sendToEncoder(const AVFrame* frame) {
     }
 }
 
-void AacEncoder::finish() {
+void AacEncoder::finish()
+{
     // What the resampler still holds, then the short remainder.
     while (m_resampler && resample(nullptr, 0) > 0) {
     }

@@ -6,7 +6,8 @@
 #include "PacketReader.h"
 #include "StreamTags.h"
 
-void AudioOnlyExport::run() {
+void AudioOnlyExport::run()
+{
     AVFormatContext* input = m_job.input.context();
     const int soundIndex = m_job.input.audioStreams().front();
 

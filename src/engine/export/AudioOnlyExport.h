@@ -7,7 +7,9 @@
 class AudioOnlyExport {
 public:
     explicit AudioOnlyExport(const ExportJob& job)
-        : m_job(job) {}
+        : m_job(job)
+    {
+    }
     void run();
 
 private:

@@ -3,9 +3,12 @@
 #include <algorithm>
 
 AudioPacketCopier::AudioPacketCopier(CutList spans)
-    : m_spans(std::move(spans)) {}
+    : m_spans(std::move(spans))
+{
+}
 
-std::optional<int64_t> AudioPacketCopier::place(int64_t pts, int64_t duration) {
+std::optional<int64_t> AudioPacketCopier::place(int64_t pts, int64_t duration)
+{
     const auto& spans = m_spans.cuts();
     const int64_t middle = pts + duration / 2;
     while (m_next < spans.size() && middle >= spans[m_next].sourceEnd)

@@ -9,26 +9,43 @@ extern "C" {
 
 AudioTranscoder::AudioTranscoder(const AVStream* source, const CutList& cuts, int64_t sourceOrigin,
                                  OutputFile& output)
-    : m_source(source)
-    , m_cuts(cuts)
-    , m_sourceOrigin(sourceOrigin)
-    , m_decoder(source, "sound")
-    , m_encoder(m_decoder.context(), output) {}
+    : AudioTranscoder(source, output)
+{
+    setCuts(cuts, sourceOrigin);
+}
 
-void AudioTranscoder::decode(const AVPacket* packet) {
+AudioTranscoder::AudioTranscoder(const AVStream* source, OutputFile& output)
+    : m_source(source)
+    , m_cuts(CutList::keepTimeBase, {})
+    , m_decoder(source, "sound")
+    , m_encoder(m_decoder.context(), output)
+{
+}
+
+void AudioTranscoder::setCuts(const CutList& cuts, int64_t sourceOrigin)
+{
+    m_cuts = cuts;
+    m_sourceOrigin = sourceOrigin;
+}
+
+void AudioTranscoder::decode(const AVPacket* packet)
+{
     m_decoder.decode(packet, [this](const AVFrame* frame) { take(frame); });
 }
 
-void AudioTranscoder::finish() {
+void AudioTranscoder::finish()
+{
     decode(nullptr);
     m_encoder.finish();
 }
 
-bool AudioTranscoder::done() const {
+bool AudioTranscoder::done() const
+{
     return m_cursor && m_cursor->pastEnd(m_expected);
 }
 
-double AudioTranscoder::progress() const {
+double AudioTranscoder::progress() const
+{
     if (!m_cursor || m_cuts.empty())
         return 0.0;
     const CutList& samples = m_cursor->cutList();
@@ -36,7 +53,8 @@ double AudioTranscoder::progress() const {
     return span > 0 ? double(m_expected - samples.cuts().front().sourceStart) / span : 1.0;
 }
 
-void AudioTranscoder::take(const AVFrame* frame) {
+void AudioTranscoder::take(const AVFrame* frame)
+{
     if (!m_cursor) {
         // The decoder's own rate, which for some streams is known only now.
         m_sampleRate = frame->sample_rate;
@@ -59,7 +77,8 @@ void AudioTranscoder::take(const AVFrame* frame) {
         place(frame, int(part.sourceStart - start), part);
 }
 
-void AudioTranscoder::place(const AVFrame* frame, int offset, const Cut& part) {
+void AudioTranscoder::place(const AVFrame* frame, int offset, const Cut& part)
+{
     int64_t count = part.length();
     // A hole in the source becomes silence, so later cuts still start in their place;
     // sound that overlaps what is already placed is dropped.

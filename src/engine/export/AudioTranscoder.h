@@ -15,6 +15,11 @@ public:
     // `cuts` count from `sourceOrigin` (AV_TIME_BASE units, the file's start time).
     AudioTranscoder(const AVStream* source, const CutList& cuts, int64_t sourceOrigin,
                     OutputFile& output);
+    // The cuts given later with setCuts(), before the first packet: the output stream must
+    // exist before the file is opened, the cuts may be known only afterwards.
+    AudioTranscoder(const AVStream* source, OutputFile& output);
+
+    void setCuts(const CutList& cuts, int64_t sourceOrigin);
 
     AVStream* outputStream() const { return m_encoder.stream(); }
 
@@ -32,7 +37,7 @@ private:
 
     const AVStream* m_source;
     CutList m_cuts;
-    int64_t m_sourceOrigin;
+    int64_t m_sourceOrigin = 0;
     Decoder m_decoder;
     AacEncoder m_encoder;
     std::unique_ptr<CutCursor> m_cursor; // in samples, made once the rate is known

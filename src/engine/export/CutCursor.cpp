@@ -3,9 +3,12 @@
 #include <algorithm>
 
 CutCursor::CutCursor(CutList cuts)
-    : m_cuts(std::move(cuts)) {}
+    : m_cuts(std::move(cuts))
+{
+}
 
-std::vector<Cut> CutCursor::keptParts(int64_t start, int64_t end) {
+std::vector<Cut> CutCursor::keptParts(int64_t start, int64_t end)
+{
     const std::vector<Cut>& cuts = m_cuts.cuts();
     while (m_next < cuts.size() && cuts[m_next].sourceEnd <= start)
         ++m_next;

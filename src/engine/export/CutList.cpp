@@ -8,13 +8,15 @@ extern "C" {
 
 namespace {
 
-int64_t toTicks(double seconds) {
+int64_t toTicks(double seconds)
+{
     return std::llround(seconds * CutList::keepTimeBase.den);
 }
 
 } // namespace
 
-CutList CutList::fromKeeps(const std::vector<Segment>& keeps) {
+CutList CutList::fromKeeps(const std::vector<Segment>& keeps)
+{
     std::vector<Cut> cuts;
     int64_t output = 0;
     for (const Segment& keep : keeps) {
@@ -30,9 +32,12 @@ CutList CutList::fromKeeps(const std::vector<Segment>& keeps) {
 
 CutList::CutList(AVRational timeBase, std::vector<Cut> cuts)
     : m_timeBase(timeBase)
-    , m_cuts(std::move(cuts)) {}
+    , m_cuts(std::move(cuts))
+{
+}
 
-CutList CutList::rescaled(AVRational timeBase, int64_t sourceOrigin) const {
+CutList CutList::rescaled(AVRational timeBase, int64_t sourceOrigin) const
+{
     std::vector<Cut> cuts;
     for (const Cut& cut : m_cuts) {
         const int64_t outputStart = av_rescale_q(cut.outputStart, m_timeBase, timeBase);

@@ -5,7 +5,8 @@
 #include <string>
 
 Decoder::Decoder(const AVStream* stream, const char* what)
-    : m_what(what) {
+    : m_what(what)
+{
     const std::string opening = std::string("opening the ") + what + " decoder";
     const AVCodec* codec = avcodec_find_decoder(stream->codecpar->codec_id);
     if (!codec)
@@ -20,7 +21,8 @@ Decoder::Decoder(const AVStream* stream, const char* what)
     checkExportStep(avcodec_open2(m_context.get(), codec, nullptr), opening.c_str());
 }
 
-bool Decoder::send(const AVPacket* packet) {
+bool Decoder::send(const AVPacket* packet)
+{
     const int result = avcodec_send_packet(m_context.get(), packet);
     // A damaged packet costs a frame, as in any player; the rest of the file still counts.
     if (result == AVERROR_INVALIDDATA)
@@ -32,7 +34,8 @@ bool Decoder::send(const AVPacket* packet) {
     return true;
 }
 
-bool Decoder::receive() {
+bool Decoder::receive()
+{
     for (;;) {
         av_frame_unref(m_frame.get());
         const int result = avcodec_receive_frame(m_context.get(), m_frame.get());

@@ -12,7 +12,8 @@ public:
 
     // Sends a packet, or null to drain, and hands every frame that is ready to `consume`,
     // which may take the frame's contents.
-    template <typename Consume> void decode(const AVPacket* packet, Consume consume) {
+    template <typename Consume> void decode(const AVPacket* packet, Consume consume)
+    {
         if (!send(packet))
             return;
         while (receive())

@@ -8,7 +8,8 @@
 [[noreturn]] void throwExportFailure(const char* step, const QString& detail);
 
 // Throws for a negative FFmpeg return code, naming the step; passes other values through.
-inline int checkExportStep(int result, const char* step) {
+inline int checkExportStep(int result, const char* step)
+{
     if (result < 0)
         throwExportFailure(step, result);
     return result;

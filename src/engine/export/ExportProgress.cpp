@@ -4,9 +4,12 @@
 
 ExportProgress::ExportProgress(Callback callback)
     : m_callback(std::move(callback))
-    , m_lastReport(Clock::now()) {}
+    , m_lastReport(Clock::now())
+{
+}
 
-void ExportProgress::update(double fraction) {
+void ExportProgress::update(double fraction)
+{
     // 1.0 means "written"; until the file is in place the work is not done.
     m_fraction = std::max(m_fraction, std::clamp(fraction, 0.0, 0.999));
     const Clock::time_point now = Clock::now();
@@ -17,7 +20,8 @@ void ExportProgress::update(double fraction) {
         m_callback(m_fraction);
 }
 
-void ExportProgress::finish() {
+void ExportProgress::finish()
+{
     if (m_callback)
         m_callback(1.0);
 }

@@ -7,7 +7,8 @@
 #include "TidleError.h"
 
 void Exporter::run(const Request& request, const std::atomic<bool>& cancel,
-                   const ExportProgress::Callback& onProgress) {
+                   const ExportProgress::Callback& onProgress)
+{
     MediaFile input(request.input);
     if (input.audioStreams().empty())
         throw TidleError::noAudioTrack();

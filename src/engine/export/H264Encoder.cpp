@@ -12,13 +12,15 @@ extern "C" {
 
 namespace {
 
-bool isHighDynamicRange(AVColorTransferCharacteristic transfer) {
+bool isHighDynamicRange(AVColorTransferCharacteristic transfer)
+{
     return transfer == AVCOL_TRC_SMPTE2084 || transfer == AVCOL_TRC_ARIB_STD_B67;
 }
 
 // 8-bit 4:2:0, the one format every player and phone decodes; HDR pictures need their
 // 10 bits, or their gradients band.
-AVPixelFormat encoderFormat(const AVCodecContext* source) {
+AVPixelFormat encoderFormat(const AVCodecContext* source)
+{
     if (source->pix_fmt == AV_PIX_FMT_YUV420P || source->pix_fmt == AV_PIX_FMT_YUVJ420P)
         return source->pix_fmt;
     const AVPixFmtDescriptor* descriptor = av_pix_fmt_desc_get(source->pix_fmt);
@@ -27,12 +29,14 @@ AVPixelFormat encoderFormat(const AVCodecContext* source) {
     return AV_PIX_FMT_YUV420P;
 }
 
-bool isRgb(AVPixelFormat format) {
+bool isRgb(AVPixelFormat format)
+{
     const AVPixFmtDescriptor* descriptor = av_pix_fmt_desc_get(format);
     return descriptor && (descriptor->flags & AV_PIX_FMT_FLAG_RGB);
 }
 
-bool isFullRange(const AVCodecContext* source) {
+bool isFullRange(const AVCodecContext* source)
+{
     return source->color_range == AVCOL_RANGE_JPEG || source->pix_fmt == AV_PIX_FMT_YUVJ420P ||
            source->pix_fmt == AV_PIX_FMT_YUVJ422P || source->pix_fmt == AV_PIX_FMT_YUVJ444P;
 }
@@ -41,7 +45,8 @@ bool isFullRange(const AVCodecContext* source) {
 
 H264Encoder::H264Encoder(const AVCodecContext* source, AVRational frameRate, AVRational timeBase,
                          OutputFile& output)
-    : m_output(output) {
+    : m_output(output)
+{
     const AVCodec* codec = avcodec_find_encoder_by_name("libx264");
     if (!codec)
         throw TidleError::exportFailed(localized("diag.noEncoder"));
@@ -79,7 +84,8 @@ H264Encoder::H264Encoder(const AVCodecContext* source, AVRational frameRate, AVR
     m_stream->sample_aspect_ratio = m_encoder->sample_aspect_ratio;
 }
 
-AVFrame* H264Encoder::convert(AVFrame* frame) {
+AVFrame* H264Encoder::convert(AVFrame* frame)
+{
     if (frame->format == m_encoder->pix_fmt && frame->width == m_encoder->width &&
         frame->height == m_encoder->height)
         return frame;
@@ -113,7 +119,8 @@ AVFrame* H264Encoder::convert(AVFrame* frame) {
     return m_converted.get();
 }
 
-void H264Encoder::encode(AVFrame* frame, int64_t start, int64_t end) {
+void H264Encoder::encode(AVFrame* frame, int64_t start, int64_t end)
+{
     if (end <= start || (m_lastStart != AV_NOPTS_VALUE && start <= m_lastStart))
         return;
     m_lastStart = start;
@@ -125,11 +132,13 @@ void H264Encoder::encode(AVFrame* frame, int64_t start, int64_t end) {
     send(picture);
 }
 
-void H264Encoder::finish() {
+void H264Encoder::finish()
+{
     send(nullptr);
 }
 
-void H264Encoder::send(const AVFrame* frame) {
+void H264Encoder::send(const AVFrame* frame)
+{
     checkExportStep(avcodec_send_frame(m_encoder.get(), frame), "encoding the video");
     for (;;) {
         const int result = avcodec_receive_packet(m_encoder.get(), m_packet.get());

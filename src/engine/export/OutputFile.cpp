@@ -19,7 +19,8 @@ extern "C" {
 
 namespace {
 
-const char* muxerName(OutputContainer container) {
+const char* muxerName(OutputContainer container)
+{
     switch (container) {
     case OutputContainer::AppleM4A:
         return "ipod";
@@ -32,7 +33,8 @@ const char* muxerName(OutputContainer container) {
 }
 
 // FFmpeg would take "c:/x" or "a:b.mp4" for a protocol; an explicit one avoids that.
-QByteArray ffmpegUrl(const QString& path) {
+QByteArray ffmpegUrl(const QString& path)
+{
     return "file:" + path.toUtf8();
 }
 
@@ -43,7 +45,8 @@ struct DictionaryDeleter {
 } // namespace
 
 OutputFile::OutputFile(const QString& destination, OutputContainer container)
-    : m_destination(QFileInfo(destination).absoluteFilePath()) {
+    : m_destination(QFileInfo(destination).absoluteFilePath())
+{
     if (QFileInfo(m_destination).isDir())
         throwExportFailure("choosing the destination", AVERROR(EISDIR));
     AVFormatContext* raw = nullptr;
@@ -52,24 +55,28 @@ OutputFile::OutputFile(const QString& destination, OutputContainer container)
     m_context.reset(raw);
 }
 
-OutputFile::~OutputFile() {
+OutputFile::~OutputFile()
+{
     m_context.reset(); // closes the file before it is removed
     if (!m_committed && !m_temporary.isEmpty())
         QFile::remove(m_temporary);
 }
 
-bool OutputFile::needsGlobalHeader() const {
+bool OutputFile::needsGlobalHeader() const
+{
     return m_context->oformat->flags & AVFMT_GLOBALHEADER;
 }
 
-AVStream* OutputFile::addStream() {
+AVStream* OutputFile::addStream()
+{
     AVStream* stream = avformat_new_stream(m_context.get(), nullptr);
     if (!stream)
         throw TidleError::exportFailed(localized("diag.composition"));
     return stream;
 }
 
-void OutputFile::createTemporaryFile() {
+void OutputFile::createTemporaryFile()
+{
     const QFileInfo destination(m_destination);
     const QDir folder = destination.absoluteDir();
     // Hidden, and created exclusively so no other file is ever truncated; 0666 lets the
@@ -93,7 +100,8 @@ void OutputFile::createTemporaryFile() {
     throwExportFailure("creating the new file", AVERROR(EEXIST));
 }
 
-void OutputFile::open() {
+void OutputFile::open()
+{
     QFile::remove(m_destination); // the caller chose to replace it; a failure shows below
     createTemporaryFile();
     const QByteArray url = ffmpegUrl(m_temporary);
@@ -114,14 +122,16 @@ void OutputFile::open() {
     checkExportStep(result, "writing the file header");
 }
 
-void OutputFile::write(AVPacket* packet, AVRational timeBase) {
+void OutputFile::write(AVPacket* packet, AVRational timeBase)
+{
     av_packet_rescale_ts(packet, timeBase, m_context->streams[packet->stream_index]->time_base);
     packet->pos = -1;
     // Takes the packet's contents whatever the outcome.
     checkExportStep(av_interleaved_write_frame(m_context.get(), packet), "writing the new file");
 }
 
-void OutputFile::commit() {
+void OutputFile::commit()
+{
     checkExportStep(av_write_trailer(m_context.get()), "finishing the new file");
     checkExportStep(avio_closep(&m_context->pb), "finishing the new file");
     if (std::rename(QFile::encodeName(m_temporary).constData(),

@@ -7,14 +7,16 @@ PacketReader::PacketReader(AVFormatContext* input, const std::vector<int>& strea
                            const std::atomic<bool>& cancel)
     : m_input(input)
     , m_used(input->nb_streams, false)
-    , m_cancel(cancel) {
+    , m_cancel(cancel)
+{
     for (int index : streams)
         m_used[index] = true;
     for (unsigned i = 0; i < input->nb_streams; ++i)
         input->streams[i]->discard = m_used[i] ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
 }
 
-bool PacketReader::read(AVPacket* packet) {
+bool PacketReader::read(AVPacket* packet)
+{
     for (;;) {
         if (m_cancel.load(std::memory_order_relaxed))
             throw TidleError::cancelled();

@@ -19,11 +19,13 @@ namespace {
 // Share of the progress bar taken by the first reading of the video's timing.
 constexpr double scanShare = 0.2;
 
-int64_t packetTime(const AVPacket* packet) {
+int64_t packetTime(const AVPacket* packet)
+{
     return packet->dts != AV_NOPTS_VALUE ? packet->dts : packet->pts;
 }
 
-AVStream* addCopiedStream(OutputFile& output, const AVStream* source) {
+AVStream* addCopiedStream(OutputFile& output, const AVStream* source)
+{
     AVStream* stream = output.addStream();
     checkExportStep(avcodec_parameters_copy(stream->codecpar, source->codecpar),
                     "copying the stream parameters");
@@ -40,24 +42,44 @@ AVStream* addCopiedStream(OutputFile& output, const AVStream* source) {
     return stream;
 }
 
-bool containerTakes(const OutputFile& output, const AVCodecParameters* parameters) {
+// Sound packets carry their length; where one does not, the codec's frame size tells it.
+int64_t soundDuration(const AVPacket* packet, const AVStream* stream)
+{
+    const AVCodecParameters* parameters = stream->codecpar;
+    if (packet->duration > 0 || parameters->frame_size <= 0 || parameters->sample_rate <= 0)
+        return packet->duration;
+    return av_rescale_q(parameters->frame_size, {1, parameters->sample_rate}, stream->time_base);
+}
+
+bool containerTakes(const OutputFile& output, const AVCodecParameters* parameters)
+{
     return avformat_query_codec(output.context()->oformat, parameters->codec_id,
                                 FF_COMPLIANCE_NORMAL) == 1;
 }
 
 } // namespace
 
-void PassThroughExport::run() {
+void PassThroughExport::run()
+{
     const int videoIndex = m_job.input.videoStreams().front();
     const int soundIndex = m_job.input.audioStreams().front();
+    // The copy reads a second demuxer from the start; the first reads the video's timing.
+    MediaFile source(m_job.input.path());
+    OutputFile output(m_job.destination, m_job.container);
+    StreamTags::copyFileMetadata(source.context(), output.context());
+    const Streams streams = addStreams(source, videoIndex, soundIndex, output);
+    output.open();
+
     const AVStream* video = m_job.input.context()->streams[videoIndex];
     const CutList videoCuts = m_job.cuts.rescaled(
         video->time_base, av_rescale_q(m_job.sourceOrigin(), AV_TIME_BASE_Q, video->time_base));
     const PassThroughPlan plan(scanVideo(videoIndex), videoCuts);
-    copyPackets(plan, videoIndex, soundIndex);
+    copyPackets(plan, source, streams, output);
+    output.commit();
 }
 
-std::vector<VideoPacketTiming> PassThroughExport::scanVideo(int videoIndex) {
+std::vector<VideoPacketTiming> PassThroughExport::scanVideo(int videoIndex)
+{
     AVFormatContext* input = m_job.input.context();
     const AVRational timeBase = input->streams[videoIndex]->time_base;
     const double duration = m_job.input.duration();
@@ -80,28 +102,39 @@ std::vector<VideoPacketTiming> PassThroughExport::scanVideo(int videoIndex) {
     return packets;
 }
 
-void PassThroughExport::copyPackets(const PassThroughPlan& plan, int videoIndex, int soundIndex) {
-    // Read again from the start; the first reading went through the video only.
-    MediaFile source(m_job.input.path());
+PassThroughExport::Streams PassThroughExport::addStreams(const MediaFile& source, int videoIndex,
+                                                         int soundIndex, OutputFile& output)
+{
+    Streams streams;
+    streams.videoIndex = videoIndex;
+    streams.soundIndex = soundIndex;
+    const AVStream* videoIn = source.context()->streams[videoIndex];
+    const AVStream* soundIn = source.context()->streams[soundIndex];
+    streams.videoOut = addCopiedStream(output, videoIn);
+    if (containerTakes(output, soundIn->codecpar)) {
+        streams.soundOut = addCopiedStream(output, soundIn);
+    } else {
+        streams.soundEncoder = std::make_unique<AudioTranscoder>(soundIn, output);
+        StreamTags::copyStreamTags(soundIn, streams.soundEncoder->outputStream());
+    }
+    return streams;
+}
+
+void PassThroughExport::copyPackets(const PassThroughPlan& plan, const MediaFile& source,
+                                    const Streams& streams, OutputFile& output)
+{
     AVFormatContext* input = source.context();
+    const int videoIndex = streams.videoIndex;
+    const int soundIndex = streams.soundIndex;
     const AVStream* videoIn = input->streams[videoIndex];
     const AVStream* soundIn = input->streams[soundIndex];
     const CutList spans = plan.cutList();
-
-    OutputFile output(m_job.destination, m_job.container);
-    StreamTags::copyFileMetadata(input, output.context());
-    const AVStream* videoOut = addCopiedStream(output, videoIn);
-    const AVStream* soundOut = nullptr;
     std::unique_ptr<AudioPacketCopier> soundCopier;
-    std::unique_ptr<AudioTranscoder> soundEncoder;
-    if (containerTakes(output, soundIn->codecpar)) {
-        soundOut = addCopiedStream(output, soundIn);
+    AudioTranscoder* soundEncoder = streams.soundEncoder.get();
+    if (soundEncoder)
+        soundEncoder->setCuts(spans, 0); // span times are the stream's own
+    else
         soundCopier = std::make_unique<AudioPacketCopier>(spans.rescaled(soundIn->time_base));
-    } else {
-        soundEncoder = std::make_unique<AudioTranscoder>(soundIn, spans, 0, output);
-        StreamTags::copyStreamTags(soundIn, soundEncoder->outputStream());
-    }
-    output.open();
 
     const std::vector<CopySpan>& copySpans = plan.spans();
     std::size_t span = 0;
@@ -130,7 +163,7 @@ void PassThroughExport::copyPackets(const PassThroughPlan& plan, int videoIndex,
                 if (lastVideoDts != AV_NOPTS_VALUE && packet->dts <= lastVideoDts)
                     packet->dts = lastVideoDts + 1;
                 lastVideoDts = packet->dts;
-                packet->stream_index = videoOut->index;
+                packet->stream_index = streams.videoOut->index;
                 output.write(packet.get(), videoIn->time_base);
             }
             if (length > 0)
@@ -142,13 +175,9 @@ void PassThroughExport::copyPackets(const PassThroughPlan& plan, int videoIndex,
         } else if (packet->stream_index == soundIndex && !soundDone && time != AV_NOPTS_VALUE) {
             const int64_t pts = packet->pts != AV_NOPTS_VALUE ? packet->pts : time;
             soundDone = soundCopier->pastEnd(pts);
-            int64_t duration = packet->duration;
-            if (duration <= 0 && soundIn->codecpar->frame_size > 0)
-                duration = av_rescale_q(soundIn->codecpar->frame_size,
-                                        {1, soundIn->codecpar->sample_rate}, soundIn->time_base);
-            if (const auto placed = soundCopier->place(pts, duration)) {
+            if (const auto placed = soundCopier->place(pts, soundDuration(packet.get(), soundIn))) {
                 packet->pts = packet->dts = *placed;
-                packet->stream_index = soundOut->index;
+                packet->stream_index = streams.soundOut->index;
                 output.write(packet.get(), soundIn->time_base);
             }
         }
@@ -156,5 +185,4 @@ void PassThroughExport::copyPackets(const PassThroughPlan& plan, int videoIndex,
     }
     if (soundEncoder)
         soundEncoder->finish();
-    output.commit();
 }

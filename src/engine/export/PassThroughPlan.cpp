@@ -9,7 +9,8 @@ namespace {
 class PacketIndex {
 public:
     explicit PacketIndex(const std::vector<VideoPacketTiming>& packets)
-        : m_packets(packets) {
+        : m_packets(packets)
+    {
         int64_t shownUntil = std::numeric_limits<int64_t>::min();
         int64_t latest = std::numeric_limits<int64_t>::min();
         for (std::size_t i = 0; i < packets.size(); ++i) {
@@ -33,7 +34,8 @@ public:
     bool covers(int64_t time) const { return !m_packets.empty() && time < m_shownUntil.back(); }
 
     // The keyframe at or before `time`, else the first keyframe after it.
-    std::optional<std::size_t> keyFor(int64_t time) const {
+    std::optional<std::size_t> keyFor(int64_t time) const
+    {
         if (m_keys.empty())
             return std::nullopt;
         const auto after =
@@ -46,7 +48,8 @@ public:
     // The last packet a copy ending at `time` takes: every packet decoded before `time`,
     // and then on in decode order until no later packet is shown before one taken, so the
     // pictures copied have no hole (a B-pyramid decodes its anchor first).
-    std::optional<std::size_t> lastPacketFor(int64_t time) const {
+    std::optional<std::size_t> lastPacketFor(int64_t time) const
+    {
         const auto after = std::lower_bound(
             m_packets.begin(), m_packets.end(), time,
             [](const VideoPacketTiming& packet, int64_t t) { return packet.dts < t; });
@@ -59,7 +62,8 @@ public:
     }
 
     // The end of the last picture a copy ending at `time` shows, or `time`.
-    int64_t shownEnd(int64_t time) const {
+    int64_t shownEnd(int64_t time) const
+    {
         const auto last = lastPacketFor(time);
         return last ? std::max(time, m_shownUntil[*last]) : time;
     }
@@ -84,7 +88,8 @@ struct OpenSpan {
 } // namespace
 
 PassThroughPlan::PassThroughPlan(const std::vector<VideoPacketTiming>& packets, const CutList& cuts)
-    : m_timeBase(cuts.timeBase()) {
+    : m_timeBase(cuts.timeBase())
+{
     const PacketIndex index(packets);
     std::vector<OpenSpan> open;
     for (const Cut& cut : cuts.cuts()) {
@@ -119,7 +124,8 @@ PassThroughPlan::PassThroughPlan(const std::vector<VideoPacketTiming>& packets, 
     }
 }
 
-CutList PassThroughPlan::cutList() const {
+CutList PassThroughPlan::cutList() const
+{
     std::vector<Cut> cuts;
     for (const CopySpan& span : m_spans)
         cuts.push_back(span.cut);

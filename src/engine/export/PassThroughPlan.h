@@ -22,7 +22,8 @@ struct CopySpan {
     int64_t lastDts = std::numeric_limits<int64_t>::min();
 
     bool hasVideo() const { return firstDts <= lastDts; }
-    bool copiesVideoPacket(int64_t dts, int64_t pts) const {
+    bool copiesVideoPacket(int64_t dts, int64_t pts) const
+    {
         return dts >= firstDts && dts <= lastDts && pts >= cut.sourceStart;
     }
 };

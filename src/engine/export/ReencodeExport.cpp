@@ -7,7 +7,8 @@
 #include "StreamTags.h"
 #include "VideoTranscoder.h"
 
-void ReencodeExport::run() {
+void ReencodeExport::run()
+{
     AVFormatContext* input = m_job.input.context();
     const int videoIndex = m_job.input.videoStreams().front();
     const int soundIndex = m_job.input.audioStreams().front();

@@ -7,7 +7,9 @@
 class ReencodeExport {
 public:
     explicit ReencodeExport(const ExportJob& job)
-        : m_job(job) {}
+        : m_job(job)
+    {
+    }
     void run();
 
 private:

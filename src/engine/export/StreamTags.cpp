@@ -13,7 +13,8 @@ namespace StreamTags {
 namespace {
 
 // Written by the new container itself, or describing the old one.
-bool describesContainer(const char* key) {
+bool describesContainer(const char* key)
+{
     for (const char* own : {"major_brand", "minor_version", "compatible_brands", "encoder"}) {
         if (std::strcmp(key, own) == 0)
             return true;
@@ -23,7 +24,8 @@ bool describesContainer(const char* key) {
 
 } // namespace
 
-void copyFileMetadata(const AVFormatContext* source, AVFormatContext* target) {
+void copyFileMetadata(const AVFormatContext* source, AVFormatContext* target)
+{
     const AVDictionaryEntry* entry = nullptr;
     while ((entry = av_dict_get(source->metadata, "", entry, AV_DICT_IGNORE_SUFFIX))) {
         if (!describesContainer(entry->key))
@@ -32,7 +34,8 @@ void copyFileMetadata(const AVFormatContext* source, AVFormatContext* target) {
     }
 }
 
-void copyStreamTags(const AVStream* source, AVStream* target) {
+void copyStreamTags(const AVStream* source, AVStream* target)
+{
     if (const AVDictionaryEntry* language = av_dict_get(source->metadata, "language", nullptr, 0))
         checkExportStep(av_dict_set(&target->metadata, "language", language->value, 0),
                         "copying the metadata");

@@ -8,14 +8,16 @@ extern "C" {
 
 namespace {
 
-AVRational frameRateOf(AVFormatContext* input, AVStream* stream) {
+AVRational frameRateOf(AVFormatContext* input, AVStream* stream)
+{
     const AVRational rate = av_guess_frame_rate(input, stream, nullptr);
     return rate.num > 0 && rate.den > 0 ? rate : AVRational{25, 1};
 }
 
 } // namespace
 
-AVRational VideoTranscoder::outputTimeBase(AVRational source) {
+AVRational VideoTranscoder::outputTimeBase(AVRational source)
+{
     constexpr int64_t keepTicks = 600;
     if (source.num == 1 && source.den > 0) {
         const int64_t common = std::lcm<int64_t>(keepTicks, source.den);
@@ -35,25 +37,30 @@ VideoTranscoder::VideoTranscoder(AVFormatContext* input, int streamIndex, const 
     , m_cursor(cuts.rescaled(m_timeBase, av_rescale_q(sourceOrigin, AV_TIME_BASE_Q, m_timeBase)))
     , m_frameDuration(std::max<int64_t>(
           1,
-          av_rescale_q(1, av_inv_q(frameRateOf(input, input->streams[streamIndex])), m_timeBase))) {
+          av_rescale_q(1, av_inv_q(frameRateOf(input, input->streams[streamIndex])), m_timeBase)))
+{
 }
 
-void VideoTranscoder::decode(const AVPacket* packet) {
+void VideoTranscoder::decode(const AVPacket* packet)
+{
     m_decoder.decode(packet, [this](AVFrame* frame) { take(frame); });
 }
 
-void VideoTranscoder::finish() {
+void VideoTranscoder::finish()
+{
     decode(nullptr);
     if (m_pendingStart != AV_NOPTS_VALUE)
         show(m_pending.get(), m_pendingStart, m_pendingStart + m_pendingDuration);
     m_encoder.finish();
 }
 
-bool VideoTranscoder::done() const {
+bool VideoTranscoder::done() const
+{
     return m_pendingStart != AV_NOPTS_VALUE && m_cursor.pastEnd(m_pendingStart);
 }
 
-double VideoTranscoder::progress() const {
+double VideoTranscoder::progress() const
+{
     const CutList& cuts = m_cursor.cutList();
     if (cuts.empty() || m_pendingStart == AV_NOPTS_VALUE)
         return 0.0;
@@ -62,7 +69,8 @@ double VideoTranscoder::progress() const {
     return span > 0 ? double(m_pendingStart - first) / span : 1.0;
 }
 
-void VideoTranscoder::take(AVFrame* frame) {
+void VideoTranscoder::take(AVFrame* frame)
+{
     int64_t start = frame->best_effort_timestamp;
     if (start == AV_NOPTS_VALUE) {
         if (m_pendingStart == AV_NOPTS_VALUE)
@@ -85,7 +93,8 @@ void VideoTranscoder::take(AVFrame* frame) {
     m_pendingDuration = duration > 0 ? duration : m_frameDuration;
 }
 
-void VideoTranscoder::show(AVFrame* frame, int64_t start, int64_t end) {
+void VideoTranscoder::show(AVFrame* frame, int64_t start, int64_t end)
+{
     for (const Cut& part : m_cursor.keptParts(start, end))
         m_encoder.encode(frame, part.outputStart, part.outputEnd());
 }
