@@ -10,7 +10,7 @@ packages=(
   libavformat-dev libavcodec-dev libavutil-dev libswresample-dev libswscale-dev
   # Qt 6: core, widgets, D-Bus, translations, multimedia
   qt6-base-dev qt6-base-dev-tools qt6-l10n-tools qt6-tools-dev qt6-tools-dev-tools
-  qt6-multimedia-dev libgl-dev
+  qt6-multimedia-dev qt6-svg-dev libgl-dev
   gstreamer1.0-plugins-good gstreamer1.0-plugins-base gstreamer1.0-libav
   # completion sound
   libcanberra-dev sound-theme-freedesktop

@@ -167,5 +167,207 @@
             <numerusform>%n files written without their pauses.</numerusform>
         </translation>
     </message>
+    <message id="Hushpane">
+        <source>Hushpane</source>
+        <translation>Hushpane</translation>
+    </message>
+    <message id="about.menu">
+        <source>About Hushpane</source>
+        <translation>About Hushpane</translation>
+    </message>
+    <message id="about.credits">
+        <source>Removes the pauses from spoken recordings. So far it has saved you %1.</source>
+        <translation>Removes the pauses from spoken recordings. So far it has saved you %1.</translation>
+    </message>
+    <message id="panel.open.message">
+        <source>Choose a recording, several recordings or a folder</source>
+        <translation>Choose a recording, several recordings or a folder</translation>
+    </message>
+    <message id="panel.save.video">
+        <source>Save the video without its pauses</source>
+        <translation>Save the video without its pauses</translation>
+    </message>
+    <message id="panel.save.audio">
+        <source>Save the recording without its pauses</source>
+        <translation>Save the recording without its pauses</translation>
+    </message>
+    <message id="welcome.title">
+        <source>Drop a recording here</source>
+        <translation>Drop a recording here</translation>
+    </message>
+    <message id="welcome.subtitle">
+        <source>Talks, lectures and podcasts, as audio or video</source>
+        <translation>Talks, lectures and podcasts, as audio or video</translation>
+    </message>
+    <message id="welcome.batchHint">
+        <source>Drop several files or a folder to process them all at once</source>
+        <translation>Drop several files or a folder to process them all at once</translation>
+    </message>
+    <message id="welcome.pick">
+        <source>Choose a File…</source>
+        <translation>Choose a File…</translation>
+    </message>
+    <message id="welcome.saved">
+        <source>Time saved so far: %1</source>
+        <translation>Time saved so far: %1</translation>
+    </message>
+    <message id="header.otherFile">
+        <source>Other File…</source>
+        <translation>Other File…</translation>
+    </message>
+    <message id="preview.skipPauses">
+        <source>Skip pauses</source>
+        <translation>Skip pauses</translation>
+    </message>
+    <message id="preview.skipPauses.help">
+        <source>Play the preview as the new file will sound, jumping over the pauses that will be removed</source>
+        <translation>Play the preview as the new file will sound, jumping over the pauses that will be removed</translation>
+    </message>
+    <message id="sensitivity.title">
+        <source>Sensitivity</source>
+        <translation>Sensitivity</translation>
+    </message>
+    <message id="timeline.legend.keep">
+        <source>Kept</source>
+        <translation>Kept</translation>
+    </message>
+    <message id="timeline.legend.cut">
+        <source>Removed</source>
+        <translation>Removed</translation>
+    </message>
+    <message id="timeline.legend.restored">
+        <source>Given back</source>
+        <translation>Given back</translation>
+    </message>
+    <message id="timeline.reset">
+        <source>Remove all again</source>
+        <translation>Remove all again</translation>
+    </message>
+    <message id="timeline.pausesCount" numerus="yes">
+        <source>%n pauses…</source>
+        <translation>
+            <numerusform>%n pause…</numerusform>
+            <numerusform>%n pauses…</numerusform>
+        </translation>
+    </message>
+    <message id="advanced.threshold">
+        <source>Quiet below</source>
+        <translation>Quiet below</translation>
+    </message>
+    <message id="advanced.minPause">
+        <source>Shortest pause</source>
+        <translation>Shortest pause</translation>
+    </message>
+    <message id="advanced.padding">
+        <source>Padding</source>
+        <translation>Padding</translation>
+    </message>
+    <message id="advanced.save">
+        <source>Save mode</source>
+        <translation>Save mode</translation>
+    </message>
+    <message id="advanced.save.accurate">
+        <source>Frame-accurate</source>
+        <translation>Frame-accurate</translation>
+    </message>
+    <message id="advanced.save.fast">
+        <source>Fast</source>
+        <translation>Fast</translation>
+    </message>
+    <message id="advanced.save.help">
+        <source>Frame-accurate cuts video exactly and re-encodes it; fast copies the video unchanged and is many times quicker</source>
+        <translation>Frame-accurate cuts video exactly and re-encodes it; fast copies the video unchanged and is many times quicker</translation>
+    </message>
+    <message id="unit.db">
+        <source>%1 dB</source>
+        <translation>%1 dB</translation>
+    </message>
+    <message id="unit.seconds">
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message id="result.noPauses">
+        <source>No pauses found</source>
+        <translation>No pauses found</translation>
+    </message>
+    <message id="result.allKept">
+        <source>Every pause is given back, so nothing will be removed</source>
+        <translation>Every pause is given back, so nothing will be removed</translation>
+    </message>
+    <message id="result.found" numerus="yes">
+        <source>%n pauses found</source>
+        <translation>
+            <numerusform>%n pause found</numerusform>
+            <numerusform>%n pauses found</numerusform>
+        </translation>
+    </message>
+    <message id="result.analyzing">
+        <source>Listening for pauses…</source>
+        <translation>Listening for pauses…</translation>
+    </message>
+    <message id="result.cancel">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="result.save.video">
+        <source>Save Video…</source>
+        <translation>Save Video…</translation>
+    </message>
+    <message id="result.save.audio">
+        <source>Save Audio…</source>
+        <translation>Save Audio…</translation>
+    </message>
+    <message id="result.saving.video">
+        <source>Saving the video…</source>
+        <translation>Saving the video…</translation>
+    </message>
+    <message id="result.saving.audio">
+        <source>Saving the recording…</source>
+        <translation>Saving the recording…</translation>
+    </message>
+    <message id="result.done">
+        <source>%1 saved, now %2 long</source>
+        <translation>%1 saved, now %2 long</translation>
+    </message>
+    <message id="result.open">
+        <source>Open</source>
+        <translation>Open</translation>
+    </message>
+    <message id="result.revealFinder">
+        <source>Show in Folder</source>
+        <translation>Show in Folder</translation>
+    </message>
+    <message id="result.failed">
+        <source>Something went wrong.</source>
+        <translation>Something went wrong.</translation>
+    </message>
+    <message id="result.retry">
+        <source>Try Again</source>
+        <translation>Try Again</translation>
+    </message>
+    <message id="batch.title">
+        <source>Batch</source>
+        <translation>Batch</translation>
+    </message>
+    <message id="batch.clear">
+        <source>Clear</source>
+        <translation>Clear</translation>
+    </message>
+    <message id="batch.run">
+        <source>Remove Pauses</source>
+        <translation>Remove Pauses</translation>
+    </message>
+    <message id="batch.stop">
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message id="batch.row.waiting">
+        <source>Waiting</source>
+        <translation>Waiting</translation>
+    </message>
+    <message id="batch.row.analyzing">
+        <source>Analysing…</source>
+        <translation>Analysing…</translation>
+    </message>
 </context>
 </TS>
