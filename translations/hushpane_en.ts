@@ -381,5 +381,13 @@
         <source>The recording's loudness, coloured by what is kept and what is removed. Drag to move the playhead; click a pause to keep it or remove it.</source>
         <translation>The recording's loudness, coloured by what is kept and what is removed. Drag to move the playhead; click a pause to keep it or remove it.</translation>
     </message>
+    <message id="pauseList.title">
+        <source>Pauses</source>
+        <translation>Pauses</translation>
+    </message>
+    <message id="pauseList.listen.help">
+        <source>Listen from a second before this pause</source>
+        <translation>Listen from a second before this pause</translation>
+    </message>
 </context>
 </TS>
