@@ -122,6 +122,15 @@ TEST_F(PauseListViewTest, ThousandsOfPausesScrollInsideTheFixedSize)
     EXPECT_EQ(view.width(), PauseListView::totalWidth);
 }
 
+TEST_F(PauseListViewTest, SpaceTicksTheCurrentRowFromTheKeyboard)
+{
+    show({{1, 2}, {3, 4}});
+    view.list()->setFocus(Qt::TabFocusReason);
+    view.list()->setCurrentIndex(view.model()->index(1));
+    QTest::keyClick(view.list(), Qt::Key_Space);
+    EXPECT_EQ(toggles, (std::vector<int>{1}));
+}
+
 TEST(PauseListPopup, OpensBelowItsAnchorAndReportsClosing)
 {
     QWidget window;
