@@ -369,5 +369,25 @@
         <source>Analysing…</source>
         <translation>Analysing…</translation>
     </message>
+    <message id="timeline.pauseButton.help">
+        <source>Click to keep this pause, click again to remove it</source>
+        <translation>Click to keep this pause, click again to remove it</translation>
+    </message>
+    <message id="timeline.accessible.name">
+        <source>Timeline</source>
+        <translation>Timeline</translation>
+    </message>
+    <message id="timeline.accessible.description">
+        <source>The recording's loudness, coloured by what is kept and what is removed. Drag to move the playhead; click a pause to keep it or remove it.</source>
+        <translation>The recording's loudness, coloured by what is kept and what is removed. Drag to move the playhead; click a pause to keep it or remove it.</translation>
+    </message>
+    <message id="pauseList.title">
+        <source>Pauses</source>
+        <translation>Pauses</translation>
+    </message>
+    <message id="pauseList.listen.help">
+        <source>Listen from a second before this pause</source>
+        <translation>Listen from a second before this pause</translation>
+    </message>
 </context>
 </TS>
