@@ -97,6 +97,10 @@ void PauseListView::showBelow(QWidget* anchor)
     QRect frame(0, 0, width(), height());
     frame.moveTop(anchorFrame.bottom() + 1 + anchorGap);
     frame.moveLeft(anchorFrame.center().x() - width() / 2);
+    // Inside the window where it fits, so a link at the window's edge opens its list inward.
+    const QRect window = anchor->window()->geometry();
+    if (window.width() >= width())
+        frame.moveLeft(std::clamp(frame.left(), window.left(), window.right() + 1 - width()));
     if (const QScreen* screen = anchor->screen()) {
         const QRect available = screen->availableGeometry();
         // Not enough room below: open above the anchor instead.

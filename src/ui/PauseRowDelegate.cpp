@@ -15,24 +15,6 @@
 
 namespace {
 
-// Times in a column read best when every digit is as wide as the others. Most desktop fonts
-// draw their digits that way already; for one that does not, the fixed-width font stands in.
-QFont evenDigitFont(const QFont& base)
-{
-    const QFontMetricsF metrics(base);
-    const qreal zero = metrics.horizontalAdvance(QLatin1Char('0'));
-    for (char digit = '1'; digit <= '9'; ++digit)
-        if (!qFuzzyCompare(metrics.horizontalAdvance(QLatin1Char(digit)), zero)) {
-            QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-            if (base.pointSizeF() > 0)
-                fixed.setPointSizeF(base.pointSizeF());
-            else
-                fixed.setPixelSize(base.pixelSize());
-            return fixed;
-        }
-    return base;
-}
-
 QRect contentOf(const QRect& row)
 {
     const int half = PauseRowDelegate::rowSpacing / 2;
@@ -43,7 +25,7 @@ QRect contentOf(const QRect& row)
 
 PauseRowDelegate::PauseRowDelegate(QWidget* view)
     : QStyledItemDelegate(view)
-    , m_font(evenDigitFont(view->font()))
+    , m_font(Appearance::withEvenDigits(view->font()))
 {
 }
 

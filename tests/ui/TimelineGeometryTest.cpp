@@ -1,8 +1,8 @@
 #include "TimelineGeometry.h"
 
 #include <cmath>
-#include <ostream>
 #include <gtest/gtest.h>
+#include <ostream>
 
 using namespace TimelineGeometry;
 
