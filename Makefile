@@ -29,6 +29,7 @@ bench: deps
 	bash bench/analysis.sh
 	cmake --build build/bench --target hushpane_bench_export -j $(JOBS)
 	bash bench/export.sh build/bench/bench/hushpane_bench_export
+	bash bench/timeline.sh
 
 clean:
 	rm -rf build

@@ -1,18 +1,20 @@
 #!/usr/bin/env bash
-# Starts Hushpane on the given file, or on the demo recording when none is given.
-# The window is not part of this build yet, so the command-line mode processes the file
-# and reports what it removed.
+# Starts Hushpane on the given file, or on the demo recording when none is given: in its
+# window where there is a display, otherwise in the command-line mode, which removes the
+# pauses and reports what it did.
 set -euo pipefail
 binary=$1
 file=${2:-}
 here=$(cd "$(dirname "$0")/.." && pwd)
 
 if [ -z "$file" ]; then
-  if [ -x "$here/scripts/make-demo.sh" ]; then
-    file=$(bash "$here/scripts/make-demo.sh")
-  else
-    echo "No file given. Use: make run FILE=/path/to/recording"
-    exit 2
-  fi
+  file=$(bash "$here/scripts/make-demo.sh")
+  window_file="${file%.m4a}.mp4" # the window shows the demo's picture too
+else
+  window_file=$file
 fi
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+  exec "$binary" --open "$window_file"
+fi
+echo "No display found; processing the file in the terminal instead."
 exec "$binary" --cli "$file"

@@ -369,5 +369,101 @@
         <source>Analysing…</source>
         <translation>Analysing…</translation>
     </message>
+    <message id="timeline.pauseButton.help">
+        <source>Click to keep this pause, click again to remove it</source>
+        <translation>Click to keep this pause, click again to remove it</translation>
+    </message>
+    <message id="timeline.accessible.name">
+        <source>Timeline</source>
+        <translation>Timeline</translation>
+    </message>
+    <message id="timeline.accessible.description">
+        <source>The recording's loudness, coloured by what is kept and what is removed. Drag to move the playhead; click a pause to keep it or remove it.</source>
+        <translation>The recording's loudness, coloured by what is kept and what is removed. Drag to move the playhead; click a pause to keep it or remove it.</translation>
+    </message>
+    <message id="pauseList.title">
+        <source>Pauses</source>
+        <translation>Pauses</translation>
+    </message>
+    <message id="pauseList.listen.help">
+        <source>Listen from a second before this pause</source>
+        <translation>Listen from a second before this pause</translation>
+    </message>
+    <message id="a11y.busy">
+        <source>Working</source>
+        <translation>Working</translation>
+    </message>
+    <message id="preview.play">
+        <source>Play</source>
+        <translation>Play</translation>
+    </message>
+    <message id="preview.pause">
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message id="panel.open.filter">
+        <source>Recordings (%1)</source>
+        <translation>Recordings (%1)</translation>
+    </message>
+    <message id="panel.allFiles">
+        <source>All files</source>
+        <translation>All files</translation>
+    </message>
+    <message id="panel.openFolder.message">
+        <source>Choose a folder of recordings</source>
+        <translation>Choose a folder of recordings</translation>
+    </message>
+    <message id="menu.file">
+        <source>&amp;File</source>
+        <translation>&amp;File</translation>
+    </message>
+    <message id="menu.open">
+        <source>&amp;Open…</source>
+        <translation>&amp;Open…</translation>
+    </message>
+    <message id="menu.openFolder">
+        <source>Open &amp;Folder…</source>
+        <translation>Open &amp;Folder…</translation>
+    </message>
+    <message id="menu.save">
+        <source>&amp;Save…</source>
+        <translation>&amp;Save…</translation>
+    </message>
+    <message id="menu.quit">
+        <source>&amp;Quit</source>
+        <translation>&amp;Quit</translation>
+    </message>
+    <message id="menu.help">
+        <source>&amp;Help</source>
+        <translation>&amp;Help</translation>
+    </message>
+    <message id="about.version">
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message id="quit.busy.title">
+        <source>Still working</source>
+        <translation>Still working</translation>
+    </message>
+    <message id="quit.busy.text">
+        <source>A new file is still being written. If you quit now, it will not be finished.</source>
+        <translation>A new file is still being written. If you quit now, it will not be finished.</translation>
+    </message>
+    <message id="quit.busy.quit">
+        <source>Quit Anyway</source>
+        <translation>Quit Anyway</translation>
+    </message>
+    <message id="quit.busy.keep">
+        <source>Keep Working</source>
+        <translation>Keep Working</translation>
+    </message>
+    <message id="noDisplay">
+        <source>Hushpane found no display to open its window on. To process a file in the terminal: hushpane --cli &lt;input&gt; [output]</source>
+        <translation>Hushpane found no display to open its window on. To process a file in the terminal: hushpane --cli &lt;input&gt; [output]</translation>
+    </message>
+    <message id="a11y.preview">
+        <source>Preview</source>
+        <translation>Preview</translation>
+    </message>
 </context>
 </TS>

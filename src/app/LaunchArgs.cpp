@@ -4,14 +4,32 @@
 
 namespace {
 
-// The element after the first occurrence of `flag`, whatever it holds, if there is one.
-std::optional<QString> valueAfter(const QStringList& arguments, const QString& flag,
-                                  const QString& workingDirectory)
+QString absolutePath(const QString& path, const QString& workingDirectory)
+{
+    return QDir::cleanPath(QDir(workingDirectory).absoluteFilePath(path));
+}
+
+// The index of the element after the first occurrence of `flag`, if there is one.
+std::optional<qsizetype> valueIndexAfter(const QStringList& arguments, const QString& flag)
 {
     const qsizetype index = arguments.indexOf(flag);
     if (index < 0 || index + 1 >= arguments.size())
         return std::nullopt;
-    return QDir::cleanPath(QDir(workingDirectory).absoluteFilePath(arguments.at(index + 1)));
+    return index + 1;
+}
+
+// Arguments that are neither options nor the value of a flag. Every element after an
+// "--open" or "--batch" is that flag's value, even where only the first flag counts.
+QStringList bareArguments(const QStringList& arguments)
+{
+    const QStringList flagsWithValues = {QStringLiteral("--open"), QStringLiteral("--batch")};
+    QStringList bare;
+    for (qsizetype i = 1; i < arguments.size(); ++i) {
+        const bool isValue = flagsWithValues.contains(arguments[i - 1]);
+        if (!isValue && !arguments[i].startsWith(QLatin1Char('-')))
+            bare << arguments[i];
+    }
+    return bare;
 }
 
 } // namespace
@@ -27,7 +45,11 @@ LaunchPlan scanLaunchArguments(const QStringList& arguments, const QString& work
         plan.mode = LaunchMode::commandLine;
         return plan;
     }
-    plan.openPath = valueAfter(arguments, QStringLiteral("--open"), workingDirectory);
-    plan.batchPath = valueAfter(arguments, QStringLiteral("--batch"), workingDirectory);
+    if (const auto index = valueIndexAfter(arguments, QStringLiteral("--open")))
+        plan.openPath = absolutePath(arguments[*index], workingDirectory);
+    if (const auto index = valueIndexAfter(arguments, QStringLiteral("--batch")))
+        plan.batchPath = absolutePath(arguments[*index], workingDirectory);
+    for (const QString& path : bareArguments(arguments))
+        plan.openPaths << absolutePath(path, workingDirectory);
     return plan;
 }

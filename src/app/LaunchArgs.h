@@ -10,6 +10,9 @@ struct LaunchPlan {
     LaunchMode mode = LaunchMode::window;
     std::optional<QString> openPath;  // absolute path after "--open"
     std::optional<QString> batchPath; // absolute path after "--batch"
+    // Absolute paths given without a flag, as a file manager passes the files it opens with
+    // the application; options (starting with "-") are not paths.
+    QStringList openPaths;
 
     bool operator==(const LaunchPlan&) const = default;
 };

@@ -5,9 +5,11 @@
 #include "Localization.h"
 #include "SelfTest.h"
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QDir>
 #include <QUrl>
+#include <cstdio>
 
 namespace {
 
@@ -43,9 +45,19 @@ int main(int argc, char** argv)
     case LaunchMode::window:
         break;
     }
-    if (plan.openPath)
-        initialFileURL = QUrl::fromLocalFile(*plan.openPath);
-    if (plan.batchPath)
-        initialBatchURL = QUrl::fromLocalFile(*plan.batchPath);
-    return runApplication(argc, argv);
+    if (!windowSystemAvailable()) {
+        return runWithoutWindow(argc, argv, [] {
+            std::printf("%s\n", qPrintable(localized("noDisplay")));
+            return 1;
+        });
+    }
+    // The application takes away Qt's own options (-platform, -style...) before the paths
+    // are read, so that an option's value is never taken for a file.
+    QApplication app(argc, argv);
+    const LaunchPlan window = scanLaunchArguments(app.arguments(), QDir::currentPath());
+    if (window.openPath)
+        initialFileURL = QUrl::fromLocalFile(*window.openPath);
+    if (window.batchPath)
+        initialBatchURL = QUrl::fromLocalFile(*window.batchPath);
+    return runApplication(app, LaunchRequest{window.openPaths, {}});
 }

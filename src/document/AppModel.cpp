@@ -43,11 +43,15 @@ AppModel::AppModel(std::unique_ptr<PreviewPlayer> player, QObject* parent)
 AppModel::~AppModel()
 {
     m_player->disconnect(this);
-    // The queue waits for its running job; cancelled work ends at its next packet. Joining
-    // here, while the whole model still exists, means no job posts to a dying object.
+    // The queue waits for its running job. An analysis is cancelled and ends at its next
+    // packet; a save runs to its end, since the user asked for that file, and its time saved
+    // and announcement still arrive through the application object. Joining here, while the
+    // whole model still exists, means no job posts to a dying object.
     if (m_analyzingEngine)
         m_analyzingEngine->cancel();
-    if (m_engine)
+    if (m_phase == Phase::encoding)
+        m_queue->keepPendingJobs();
+    else if (m_engine)
         m_engine->cancel();
     m_queue.reset();
 }
@@ -114,6 +118,12 @@ void AppModel::setSettings(const TidleSettings& settings)
 {
     m_settings = settings;
     emit settingsChanged();
+}
+
+void AppModel::assignSensitivity(Sensitivity sensitivity)
+{
+    m_sensitivity = sensitivity;
+    emit sensitivityChanged();
 }
 
 void AppModel::setShowAdvanced(bool show)
@@ -259,8 +269,7 @@ void AppModel::clear()
 
 void AppModel::setSensitivity(Sensitivity sensitivity)
 {
-    m_sensitivity = sensitivity;
-    emit sensitivityChanged();
+    assignSensitivity(sensitivity);
     if (sensitivity == Sensitivity::custom) {
         setShowAdvanced(true);
         return;

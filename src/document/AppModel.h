@@ -35,7 +35,7 @@ class AppModel : public QObject {
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
     Q_PROPERTY(TidleSettings settings READ settings WRITE setSettings NOTIFY settingsChanged)
     Q_PROPERTY(
-        Sensitivity sensitivity READ sensitivity WRITE setSensitivity NOTIFY sensitivityChanged)
+        Sensitivity sensitivity READ sensitivity WRITE assignSensitivity NOTIFY sensitivityChanged)
     Q_PROPERTY(bool showAdvanced READ showAdvanced WRITE setShowAdvanced NOTIFY showAdvancedChanged)
     Q_PROPERTY(QSet<int> disabledSilences READ disabledSilences NOTIFY disabledSilencesChanged)
     Q_PROPERTY(bool skipPausesInPreview READ skipPausesInPreview WRITE setSkipPausesInPreview NOTIFY
@@ -79,6 +79,9 @@ public:
 
     // The fields the views write directly.
     void setSettings(const TidleSettings& settings);
+    // The preset field alone, as a moved slider marks the numbers as the user's own: no
+    // numbers change and the advanced panel is not opened.
+    void assignSensitivity(Sensitivity sensitivity);
     void setShowAdvanced(bool show);
     void setSkipPausesInPreview(bool skip);
 

@@ -11,6 +11,8 @@ QtPreviewPlayer::QtPreviewPlayer(QObject* parent)
     connect(&m_tick, &QTimer::timeout, this, &QtPreviewPlayer::reportPosition);
     connect(&m_player, &QMediaPlayer::playbackStateChanged, this,
             &QtPreviewPlayer::onPlaybackStateChanged);
+    connect(&m_player, &QMediaPlayer::mediaStatusChanged, this,
+            &QtPreviewPlayer::onMediaStatusChanged);
     connect(&m_player, &QMediaPlayer::positionChanged, this, &QtPreviewPlayer::onPositionChanged);
 }
 
@@ -23,7 +25,16 @@ QtPreviewPlayer::~QtPreviewPlayer()
 
 void QtPreviewPlayer::setSource(const QUrl& source)
 {
+    // Qt stops on a new source; a playing preview goes on playing the new file, a paused one
+    // pauses on its first picture so there is something to see before play is pressed.
+    const bool wasPlaying = m_player.playbackState() == QMediaPlayer::PlayingState;
     m_player.setSource(source);
+    if (source.isEmpty())
+        return;
+    if (wasPlaying)
+        m_player.play();
+    else
+        m_player.pause();
 }
 
 void QtPreviewPlayer::clear()
@@ -52,7 +63,15 @@ void QtPreviewPlayer::seek(double seconds)
 
 bool QtPreviewPlayer::isPlaying() const
 {
-    return m_player.playbackState() == QMediaPlayer::PlayingState;
+    // Asked to play but still loading or waiting for data is not playing yet.
+    switch (m_player.mediaStatus()) {
+    case QMediaPlayer::LoadingMedia:
+    case QMediaPlayer::BufferingMedia:
+    case QMediaPlayer::StalledMedia:
+        return false;
+    default:
+        return m_player.playbackState() == QMediaPlayer::PlayingState;
+    }
 }
 
 void QtPreviewPlayer::setVideoOutput(QObject* output)
@@ -62,12 +81,20 @@ void QtPreviewPlayer::setVideoOutput(QObject* output)
 
 void QtPreviewPlayer::onPlaybackStateChanged(QMediaPlayer::PlaybackState state)
 {
-    const bool playing = state == QMediaPlayer::PlayingState;
-    if (playing)
+    if (state == QMediaPlayer::PlayingState)
         m_tick.start();
     else
         m_tick.stop();
-    emit playingChanged(playing);
+    emit playingChanged(isPlaying());
+}
+
+void QtPreviewPlayer::onMediaStatusChanged(QMediaPlayer::MediaStatus status)
+{
+    // The player stops by itself at the end and forgets where it was; reporting the end lets
+    // the next play start over from the beginning of what is kept.
+    if (status == QMediaPlayer::EndOfMedia)
+        emit positionReported(static_cast<double>(m_player.duration()) / 1000.0);
+    emit playingChanged(isPlaying());
 }
 
 void QtPreviewPlayer::onPositionChanged(qint64)

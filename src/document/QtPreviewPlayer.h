@@ -28,6 +28,7 @@ public:
 
 private:
     void onPlaybackStateChanged(QMediaPlayer::PlaybackState state);
+    void onMediaStatusChanged(QMediaPlayer::MediaStatus status);
     void onPositionChanged(qint64 positionMs);
     void reportPosition();
 

@@ -15,7 +15,8 @@ SerialQueue::~SerialQueue()
     {
         std::lock_guard lock(m_mutex);
         m_stopping = true;
-        m_jobs.clear();
+        if (!m_keepPending)
+            m_jobs.clear();
     }
     m_wake.notify_one();
     m_worker.join();
@@ -30,6 +31,12 @@ void SerialQueue::submit(std::function<void()> job)
     m_wake.notify_one();
 }
 
+void SerialQueue::keepPendingJobs()
+{
+    std::lock_guard lock(m_mutex);
+    m_keepPending = true;
+}
+
 void SerialQueue::runJobs()
 {
     for (;;) {
@@ -37,7 +44,7 @@ void SerialQueue::runJobs()
         {
             std::unique_lock lock(m_mutex);
             m_wake.wait(lock, [this] { return m_stopping || !m_jobs.empty(); });
-            if (m_stopping)
+            if (m_stopping && m_jobs.empty())
                 return;
             job = std::move(m_jobs.front());
             m_jobs.pop_front();

@@ -12,13 +12,15 @@
 class SerialQueue {
 public:
     explicit SerialQueue(const QString& label);
-    // Drops the jobs not yet started and waits for the running one: whoever owns the
-    // queue cancels its running work first.
+    // Drops the jobs not yet started (unless told to keep them) and waits for the running
+    // one: whoever owns the queue cancels its running work first.
     ~SerialQueue();
     SerialQueue(const SerialQueue&) = delete;
     SerialQueue& operator=(const SerialQueue&) = delete;
 
     void submit(std::function<void()> job);
+    // From now on the destructor runs every job already submitted before it returns.
+    void keepPendingJobs();
     const QString& label() const { return m_label; }
 
 private:
@@ -29,5 +31,6 @@ private:
     std::condition_variable m_wake;
     std::deque<std::function<void()>> m_jobs;
     bool m_stopping = false;
+    bool m_keepPending = false;
     std::thread m_worker;
 };

@@ -1,6 +1,8 @@
 #include "Appearance.h"
 
 #include <QApplication>
+#include <QFontDatabase>
+#include <QFontMetricsF>
 
 namespace {
 
@@ -93,6 +95,23 @@ QFont hero()
     font.setPixelSize(30);
     font.setWeight(QFont::DemiBold);
     return font;
+}
+
+QFont withEvenDigits(const QFont& base)
+{
+    const QFontMetricsF metrics(base);
+    const qreal zero = metrics.horizontalAdvance(QLatin1Char('0'));
+    for (char digit = '1'; digit <= '9'; ++digit) {
+        if (!qFuzzyCompare(metrics.horizontalAdvance(QLatin1Char(digit)), zero)) {
+            QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+            if (base.pointSizeF() > 0)
+                fixed.setPointSizeF(base.pointSizeF());
+            else
+                fixed.setPixelSize(base.pixelSize());
+            return fixed;
+        }
+    }
+    return base;
 }
 
 } // namespace Appearance

@@ -28,5 +28,8 @@ QFont caption();
 QFont title();
 // The large removed-percent figure.
 QFont hero();
+// `base` where all its digits are equally wide (most desktop fonts), else the fixed-width
+// font at its size: changing figures and columns of times then do not jitter.
+QFont withEvenDigits(const QFont& base);
 
 } // namespace Appearance

@@ -25,6 +25,7 @@ TEST_P(ScanLaunchArguments, choosesModeAndLocations)
     EXPECT_EQ(plan.mode, c.expected.mode);
     EXPECT_EQ(plan.openPath, c.expected.openPath);
     EXPECT_EQ(plan.batchPath, c.expected.batchPath);
+    EXPECT_EQ(plan.openPaths, c.expected.openPaths);
 }
 
 using M = LaunchMode;
@@ -40,7 +41,7 @@ INSTANTIATE_TEST_SUITE_P(
         ScanCase{
             "openRelative", {"--open", "talks/a.mov"}, P{M::window, "/home/ann/talks/a.mov", {}}},
         ScanCase{"openAbsolute", {"--open", "/tmp/a.mov"}, P{M::window, "/tmp/a.mov", {}}},
-        ScanCase{"openLastSetsNothing", {"x", "--open"}, P{M::window, {}, {}}},
+        ScanCase{"openLastSetsNothing", {"x", "--open"}, P{M::window, {}, {}, {"/home/ann/x"}}},
         ScanCase{"firstOpenWins",
                  {"--open", "a.mov", "--open", "b.mov"},
                  P{M::window, "/home/ann/a.mov", {}}},
@@ -52,7 +53,10 @@ INSTANTIATE_TEST_SUITE_P(
                  P{M::window, "/home/ann/--batch", "/home/ann/x"}},
         ScanCase{"flagsMatchWholeElementsOnly",
                  {"--open=a.mov", "--Open", "b", "--CLI", "--selftest2"},
-                 P{M::window, {}, {}}},
+                 P{M::window, {}, {}, {"/home/ann/b"}}},
+        ScanCase{"barePathsAreFilesToOpen",
+                 {"talk.mp4", "--batch", "rec", "/tmp/b.wav", "-x"},
+                 P{M::window, {}, "/home/ann/rec", {"/home/ann/talk.mp4", "/tmp/b.wav"}}},
         ScanCase{"dotDotIsResolved", {"--batch", "../bob/rec"}, P{M::window, {}, "/home/bob/rec"}}),
     [](const testing::TestParamInfo<ScanCase>& info) { return std::string(info.param.name); });
 

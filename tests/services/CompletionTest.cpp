@@ -1,9 +1,9 @@
 #include "Completion.h"
+#include "PrivateBus.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QVariantMap>
 #include <gtest/gtest.h>
@@ -46,27 +46,6 @@ public slots:
 
 signals:
     void received();
-};
-
-// A session bus of our own, so the test neither needs nor disturbs the user's.
-class PrivateBus {
-public:
-    PrivateBus()
-    {
-        m_daemon.start("dbus-daemon", {"--session", "--nofork", "--print-address=1"});
-        if (m_daemon.waitForStarted(10000) && m_daemon.waitForReadyRead(10000))
-            m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
-    }
-    ~PrivateBus()
-    {
-        m_daemon.kill();
-        m_daemon.waitForFinished(5000);
-    }
-    const QString& address() const { return m_address; }
-
-private:
-    QProcess m_daemon;
-    QString m_address;
 };
 
 bool waitFor(QSignalSpy& spy, int count)

@@ -1,0 +1,135 @@
+#include "AboutDialog.h"
+#include "Fixtures.h"
+#include "LaunchLocations.h"
+#include "Localization.h"
+#include "SingleInstance.h"
+#include "Stats.h"
+#include "WindowTestFixture.h"
+
+#include <QFile>
+#include <QLabel>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QThread>
+#include <gtest/gtest.h>
+
+namespace {
+
+using Screen = ContentView::Screen;
+
+class HushpaneAppTest : public WindowTest {
+protected:
+    void SetUp() override
+    {
+        WindowTest::SetUp();
+        ASSERT_TRUE(m_folder.isValid());
+    }
+    void TearDown() override
+    {
+        initialFileURL.reset();
+        initialBatchURL.reset();
+        WindowTest::TearDown();
+    }
+
+    QUrl copyInto(const QString& source, const QString& name)
+    {
+        const QString target = m_folder.filePath(name);
+        EXPECT_TRUE(QFile::copy(source, target));
+        return QUrl::fromLocalFile(target);
+    }
+
+    QTemporaryDir m_folder;
+};
+
+TEST_F(HushpaneAppTest, OpenRequestsLoadOnlyRecordingsAndOnlyWithoutABatch)
+{
+    const QUrl text = copyInto(DocumentFixtures::brokenFile(), "notes.txt");
+    m_app->handleOpenRequest(text);
+    EXPECT_TRUE(model().inputURL().isEmpty());
+
+    const QUrl movie = copyInto(DocumentFixtures::shortSine(), "CLIP.MOV");
+    m_app->handleOpenRequest(movie);
+    EXPECT_EQ(model().inputURL(), movie);
+
+    const QUrl tone = copyInto(DocumentFixtures::shortSine(), "tone.wav");
+    batch().setItems({tone});
+    const QUrl other = copyInto(DocumentFixtures::shortSine(), "other.wav");
+    m_app->handleOpenRequest(other);
+    EXPECT_EQ(model().inputURL(), movie);
+    EXPECT_EQ(content()->screen(), Screen::batch);
+}
+
+TEST_F(HushpaneAppTest, LaunchPathsFillTheBatchWhenTheWindowFirstShows)
+{
+    copyInto(DocumentFixtures::shortSine(), "a.wav");
+    copyInto(DocumentFixtures::shortSine(), "b.m4a");
+    initialBatchURL = QUrl::fromLocalFile(m_folder.path());
+    EXPECT_TRUE(batch().items().isEmpty());
+    m_app->show();
+    EXPECT_EQ(batch().items().size(), 2);
+    EXPECT_EQ(content()->screen(), Screen::batch);
+}
+
+TEST_F(HushpaneAppTest, ASecondLaunchHandsItsPathsToTheFirstWindow)
+{
+    const QString socket = m_folder.filePath("instance.socket");
+    SingleInstance first(socket);
+    ASSERT_TRUE(first.listen());
+    QObject::connect(&first, &SingleInstance::requestReceived, m_app.get(),
+                     &HushpaneApp::handleLaunchRequest);
+    const QUrl talk = copyInto(DocumentFixtures::shortSine(), "talk.wav");
+
+    // The second launch runs in a process of its own in real use; its client side blocks, so
+    // here it runs on a thread while this one serves the request.
+    bool handedOver = false;
+    std::unique_ptr<QThread> second(QThread::create([&] {
+        handedOver = SingleInstance(socket).handOver(LaunchRequest{{talk.toLocalFile()}, {}});
+    }));
+    second->start();
+    ASSERT_TRUE(waitUntil([&] { return second->isFinished(); }, 10000));
+    EXPECT_TRUE(handedOver);
+    EXPECT_EQ(model().inputURL(), talk);
+
+    // With nobody listening, a launch is the first one.
+    EXPECT_FALSE(SingleInstance(m_folder.filePath("nobody.socket")).handOver({{"x"}, {}}));
+}
+
+TEST_F(HushpaneAppTest, ALeftoverSocketDoesNotStopTheFirstLaunch)
+{
+    const QString socket = m_folder.filePath("stale.socket");
+    {
+        QFile leftover(socket);
+        ASSERT_TRUE(leftover.open(QIODevice::WriteOnly));
+    }
+    SingleInstance first(socket);
+    EXPECT_FALSE(first.handOver({{"x"}, {}}));
+    EXPECT_TRUE(first.listen());
+}
+
+TEST_F(HushpaneAppTest, AboutCreditsFollowTheSavedTime)
+{
+    m_app->show();
+    m_app->showAbout();
+    AboutDialog* about = m_app->aboutDialog();
+    ASSERT_NE(about, nullptr);
+    EXPECT_TRUE(about->isVisible());
+    const QString before = about->creditsLabel()->text();
+    EXPECT_EQ(before, localized("about.credits").arg(Stats::savedDescription()));
+    Stats::add(3 * 3600.0);
+    m_app->showAbout();
+    EXPECT_EQ(m_app->aboutDialog(), about);
+    EXPECT_NE(about->creditsLabel()->text(), before);
+    EXPECT_EQ(about->creditsLabel()->text(),
+              localized("about.credits").arg(Stats::savedDescription()));
+}
+
+TEST_F(HushpaneAppTest, TheHelpMenuOpensAbout)
+{
+    m_app->show();
+    m_app->window().aboutAction()->trigger();
+    ASSERT_NE(m_app->aboutDialog(), nullptr);
+    EXPECT_TRUE(m_app->aboutDialog()->isVisible());
+    EXPECT_EQ(m_app->window().aboutAction()->text(), localized("about.menu"));
+}
+
+} // namespace

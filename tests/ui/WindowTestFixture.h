@@ -1,0 +1,110 @@
+#pragma once
+
+#include "AppModel.h"
+#include "BatchModel.h"
+#include "Completion.h"
+#include "ContentView.h"
+#include "DesktopFiles.h"
+#include "DocumentTestSupport.h"
+#include "FilePanels.h"
+#include "HushpaneApp.h"
+#include "MainWindow.h"
+#include "PreferenceSandbox.h"
+
+#include <QCoreApplication>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QUrl>
+#include <memory>
+
+// Dialogs answered by the test: what the user would pick, and what the dialogs were asked.
+class FakePanels : public FilePanels {
+public:
+    QList<QUrl> chooseRecordings(QWidget*) override { return recordings; }
+    QList<QUrl> chooseFolder(QWidget*) override { return folder; }
+    std::optional<QUrl> chooseDestination(QWidget*, const QString& startFolder, const QString& name,
+                                          const QString& extension, const QString& message) override
+    {
+        askedFolder = startFolder;
+        askedName = name;
+        askedExtension = extension;
+        askedMessage = message;
+        return destination;
+    }
+
+    QList<QUrl> recordings;
+    QList<QUrl> folder;
+    std::optional<QUrl> destination;
+    QString askedFolder;
+    QString askedName;
+    QString askedExtension;
+    QString askedMessage;
+};
+
+// The whole windowed application over a fake player and an empty preference store; the
+// desktop's notifications and file manager are replaced by lists of what they were given.
+class WindowTest : public PreferenceSandboxTest {
+protected:
+    void SetUp() override
+    {
+        PreferenceSandboxTest::SetUp();
+        Completion::setDelivery(
+            [this](const QString& title, const QString&) { announcements << title; });
+        DesktopFiles::setUrlOpener([this](const QUrl& url) { opened << url; });
+        auto player = std::make_unique<FakePlayer>();
+        m_player = player.get();
+        m_app = std::make_unique<HushpaneApp>(std::move(player));
+        auto panels = std::make_unique<FakePanels>();
+        m_panels = panels.get();
+        content()->setFilePanels(std::move(panels));
+    }
+    void TearDown() override
+    {
+        m_app.reset();
+        Completion::setDelivery({});
+        DesktopFiles::setUrlOpener({});
+    }
+
+    ContentView* content() const { return m_app->window().content(); }
+    AppModel& model() const { return m_app->model(); }
+    BatchModel& batch() const { return m_app->batch(); }
+
+    // Routes `path` as the open dialog would, and waits until its analysis has ended.
+    bool openAndWait(const QString& path)
+    {
+        content()->accept({QUrl::fromLocalFile(path)});
+        return waitUntil([this] {
+            return model().phase() != AppModel::Phase::analyzing &&
+                   model().phase() != AppModel::Phase::idle;
+        });
+    }
+
+    // Drags `files` over the window; returns whether the window takes them.
+    bool dragOver(const QList<QUrl>& files)
+    {
+        QMimeData data;
+        data.setUrls(files);
+        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton,
+                              Qt::NoModifier);
+        QCoreApplication::sendEvent(content(), &enter);
+        return enter.isAccepted();
+    }
+
+    // Drops `files` on the window; returns whether the drop was taken.
+    bool drop(const QList<QUrl>& files)
+    {
+        if (!dragOver(files))
+            return false;
+        QMimeData data;
+        data.setUrls(files);
+        QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(content(), &event);
+        return event.isAccepted();
+    }
+
+    std::unique_ptr<HushpaneApp> m_app;
+    FakePlayer* m_player = nullptr;
+    FakePanels* m_panels = nullptr;
+    QStringList announcements;
+    QList<QUrl> opened;
+};
