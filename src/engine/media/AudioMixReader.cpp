@@ -75,14 +75,15 @@ int64_t AudioMixReader::lastDrift() const
     return latest;
 }
 
-double AudioMixReader::fileFraction() const
+double AudioMixReader::fileFraction()
 {
     AVIOContext* io = m_tracks.empty() ? nullptr : m_tracks.front()->demuxer()->pb;
     if (!io)
         return 0.0;
-    const int64_t size = avio_size(io);
+    if (m_fileSize == 0)
+        m_fileSize = avio_size(io); // a system call: once
     const int64_t at = avio_tell(io);
-    return size > 0 && at >= 0 ? std::min(double(at) / double(size), 1.0) : 0.0;
+    return m_fileSize > 0 && at >= 0 ? std::min(double(at) / double(m_fileSize), 1.0) : 0.0;
 }
 
 // Samples up to here are known for every track: decoded, or beyond the end of a track that

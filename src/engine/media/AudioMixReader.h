@@ -56,7 +56,7 @@ public:
     // when none did.
     int64_t lastDrift() const;
     // How much of the first track's file has been read, from 0 to 1; 0 when unknown.
-    double fileFraction() const;
+    double fileFraction();
 
 private:
     static constexpr int chunkSamples = 4096;
@@ -76,4 +76,5 @@ private:
     std::vector<float> m_part;
     std::vector<int> m_playing;
     int64_t m_emitted = 0;
+    int64_t m_fileSize = 0;
 };

@@ -8,6 +8,7 @@
 #include <functional>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 // Decodes ahead on a thread of its own: while the caller converts and measures one frame,
 // the next ones are being decoded. Frames come out in the order decoded, and a failure comes
@@ -18,7 +19,7 @@ public:
     // prefetcher runs, only its thread may touch what `decode` uses.
     using Decode = std::function<bool(AVFrame*)>;
 
-    explicit FramePrefetcher(Decode decode, std::size_t capacity = 32);
+    explicit FramePrefetcher(Decode decode, std::size_t capacity = 128);
     // Stops decoding and waits for the thread.
     ~FramePrefetcher();
     FramePrefetcher(const FramePrefetcher&) = delete;
@@ -33,11 +34,16 @@ private:
 
     Decode m_decode;
     std::size_t m_capacity;
+    std::size_t m_batch;
     std::mutex m_mutex;
-    std::condition_variable m_changed;
+    std::condition_variable m_framesReady;
+    std::condition_variable m_decoderMayGo;
     std::deque<FramePtr> m_frames;
+    std::vector<FramePtr> m_spare; // emptied frames, to be filled again
     std::exception_ptr m_failure;
     bool m_ended = false;
     bool m_stopping = false;
+    bool m_readerWaiting = false;
+    bool m_decoderWaiting = false;
     std::thread m_thread; // last: starts once everything above exists
 };
