@@ -19,7 +19,7 @@ public:
     // prefetcher runs, only its thread may touch what `decode` uses.
     using Decode = std::function<bool(AVFrame*)>;
 
-    explicit FramePrefetcher(Decode decode, std::size_t capacity = 128);
+    explicit FramePrefetcher(Decode decode, std::size_t capacity = 64);
     // Stops decoding and waits for the thread.
     ~FramePrefetcher();
     FramePrefetcher(const FramePrefetcher&) = delete;
