@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Times our analysis against ffmpeg doing the same work (decode, 16 kHz, silence detection at
-# -35 dB / 0.6 s) on a 60-minute talk, as whole processes, alternating A B A B after a warm-up.
+# -35 dB / 0.6 s) on a 60-minute talk (.m4a, 720p .mp4 and .mp3), as whole processes,
+# alternating A B A B after a warm-up.
 # Prints the median wall time of each, the ratio ffmpeg / ours (>= 1.0: we are at least as
 # fast) and our peak resident memory.
 # Usage: bench/analysis.sh [pairs]   (default 5)
@@ -33,7 +34,7 @@ median() {
 }
 
 printf '%-24s %10s %10s %8s %10s %8s\n' file "ours (s)" "ffmpeg (s)" ratio "peak MB" pauses
-for file in "$fixtures/talk-60min.m4a" "$fixtures/talk-60min.mp4"; do
+for file in "$fixtures/talk-60min.m4a" "$fixtures/talk-60min.mp4" "$fixtures/talk-60min.mp3"; do
   reference=(ffmpeg -hide_banner -nostdin -i "$file" -vn
     -af aresample=16000,silencedetect=n=-35dB:d=0.6 -f null -)
   : >"$log/ours"

@@ -4,6 +4,7 @@
 #   talk-60min.m4a   a 60-minute spoken talk with pauses, stereo 48 kHz AAC
 #   talk-60min.mp4   the same talk as 720p30 H.264 (2 s GOP, B-frames) + AAC
 #   talk-5min.mp4    its first 5 minutes, for the slow frame-accurate comparison
+#   talk-60min.mp3   the talk as MP3, whose decoder can start anywhere (split reading)
 # A 5-minute talk is made from espeak-ng sentences and pauses of 0.3 to 3 s, then repeated
 # by stream copy, so the hour costs one 5-minute encode.
 set -euo pipefail
@@ -11,7 +12,8 @@ set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 out=${1:-$here/build/bench-fixtures}
 mkdir -p "$out"
-if [ -s "$out/talk-60min.m4a" ] && [ -s "$out/talk-60min.mp4" ] && [ -s "$out/talk-5min.mp4" ]; then
+if [ -s "$out/talk-60min.m4a" ] && [ -s "$out/talk-60min.mp4" ] && [ -s "$out/talk-5min.mp4" ] &&
+  [ -s "$out/talk-60min.mp3" ]; then
   exit 0
 fi
 
@@ -64,12 +66,15 @@ ffmpeg -v error -nostdin -y -i "$work/talk5.wav" -filter_complex \
   -map "[v]" -map 0:a -c:v libx264 -preset veryfast -crf 23 -g 60 -c:a aac -b:a 128k \
   -movflags +faststart "$work/talk-5min.mp4"
 ffmpeg -v error -nostdin -y -i "$work/talk5.wav" -c:a aac -b:a 128k "$work/talk-5min.m4a"
+ffmpeg -v error -nostdin -y -i "$work/talk5.wav" -c:a libmp3lame -b:a 128k "$work/talk-5min.mp3"
 
 ffmpeg -v error -nostdin -y -stream_loop 11 -i "$work/talk-5min.mp4" -c copy -movflags +faststart \
   "$work/talk-60min.mp4"
 ffmpeg -v error -nostdin -y -stream_loop 11 -i "$work/talk-5min.m4a" -c copy -movflags +faststart \
   "$work/talk-60min.m4a"
 
-for name in talk-5min.mp4 talk-60min.mp4 talk-60min.m4a; do
+ffmpeg -v error -nostdin -y -stream_loop 11 -i "$work/talk-5min.mp3" -c copy "$work/talk-60min.mp3"
+
+for name in talk-5min.mp4 talk-60min.mp4 talk-60min.m4a talk-60min.mp3; do
   mv "$work/$name" "$out/$name"
 done

@@ -35,12 +35,22 @@ private:
 
 struct LevelReading {
     std::vector<float> levels;
-    int64_t sampleCount = 0; // mixed samples decoded, at 16 kHz
+    int64_t sampleCount = 0;   // mixed samples decoded, at 16 kHz
+    int parts = 1;             // stretches of the file read at once
+    bool decodedAhead = false; // one stretch, decoded on threads of its own while measured
 };
 
 // Decodes the sound of `file` (every audio track, mixed) into levels. `onProgress`, when
 // set, gets the fraction of the expected levels read so far, once per decoded buffer while
-// the level count is a multiple of 20. Throws TidleError::cancelled when `cancelRequested`
-// is seen, TidleError::unreadable when decoding fails.
+// the level count is a multiple of 20 (with no known `duration`, the fraction of the file
+// read). Throws TidleError::cancelled when `cancelRequested` is seen, TidleError::unreadable
+// when decoding fails.
+//
+// On a machine of several cores, a file of known length whose timestamps name exact samples
+// and whose codec decodes the same from any point after a second is read in `parts`
+// stretches at once (0: one per core, each at least half a minute), with the very levels of
+// one reading from the start; where the stretches do not join seamlessly it is read again from
+// the start. Any other file is decoded on threads of its own while the calling thread
+// measures. `parts` 1 asks for one plain reading on the calling thread.
 LevelReading readLevels(MediaFile& file, double duration, const std::atomic<bool>& cancelRequested,
-                        const std::function<void(double)>& onProgress);
+                        const std::function<void(double)>& onProgress, int parts = 0);

@@ -23,16 +23,25 @@ Analysis TidleEngine::analyze(const QString& path, const TidleSettings& settings
 
     MediaFile file(path);
     double duration = file.duration();
-    if (!(std::isfinite(duration) && duration > 0.0))
+    // Files written as a stream (browser recordings, piped or recovered Matroska) may state no
+    // length at all: their decoded sound gives it.
+    const bool lengthStated = std::isfinite(duration);
+    if (!(lengthStated && duration > 0.0) && (lengthStated || file.audioStreams().empty()))
         throw TidleError::unreadable(localized("diag.zeroDuration"));
-    if (file.audioStreams().empty())
+    if (file.audioStreams().empty()) {
+        // Sound that no decoder knows cannot be heard, but it is not the absence of sound.
+        if (!file.undecodableAudioStreams().empty())
+            throw TidleError::unreadable(localized("diag.audioRead"));
         throw TidleError::noAudioTrack();
+    }
 
     LevelReading reading = readLevels(file, duration, m_cancelRequested, onProgress);
     // A length FFmpeg only estimated from the bitrate can be off by a second either way;
     // the decoded sound is the real length then, so no keep runs past it.
-    if (file.durationIsEstimated())
+    if (!lengthStated || file.durationIsEstimated())
         duration = double(reading.sampleCount) / LevelReader::sampleRate;
+    if (!(duration > 0.0))
+        throw TidleError::unreadable(localized("diag.zeroDuration"));
 
     Analysis analysis;
     analysis.silences = findSilences(reading.levels, levelWindow, settings.thresholdDB,

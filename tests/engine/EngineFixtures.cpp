@@ -235,6 +235,109 @@ QString longTone()
     return make("long-tone.wav", toneSource(16000, 600));
 }
 
+RealWorld gappedAac()
+{
+    const QString first =
+        make("gap-first.m4a", toneSource(48000, 3, "lt(t\\,2)") + QStringList{"-c:a", "aac"});
+    const QString second =
+        make("gap-second.m4a", toneSource(48000, 2) + QStringList{"-c:a", "aac"});
+    const QString list =
+        writeOnce("gap-list.txt",
+                  QStringLiteral("file '%1'\nduration 5\nfile '%2'\n").arg(first, second).toUtf8());
+    return {make("gapped.m4a", {"-f", "concat", "-safe", "0", "-i", list, "-c", "copy"}), 2.0, 5.0};
+}
+
+RealWorld flvStream()
+{
+    // The sound starts a little after the picture, as when a streaming tool starts capturing
+    // it later; the AAC header still goes out at the start.
+    return {make("stream.flv", pictureSource(4) + QStringList{"-itsoffset", "0.2"} +
+                                   toneSource(44100, 3.8, "not(between(t\\,1.3\\,2.3))") +
+                                   fastH264 + QStringList{"-c:a", "aac"}),
+            1.5, 2.5};
+}
+
+RealWorld liveWebm()
+{
+    return {make("live.webm", toneSource(48000, 4, "not(between(t\\,1.5\\,2.5))") +
+                                  QStringList{"-c:a", "libopus", "-live", "1"}),
+            1.5, 2.5};
+}
+
+RealWorld liveMatroska()
+{
+    return {make("live.mkv", toneSource(44100, 4, "not(between(t\\,1.5\\,2.5))") +
+                                 QStringList{"-c:a", "aac", "-live", "1"}),
+            1.5, 2.5};
+}
+
+RealWorld unknownTrackBesideSound()
+{
+    QByteArray movie =
+        readAll(make("two-pcm.mov",
+                     silenceSource(48000, 4) + toneSource(48000, 4, "not(between(t\\,1.5\\,2.5))") +
+                         QStringList{"-map", "0", "-map", "1", "-c:a", "pcm_s16le"}));
+    // The first sample description belongs to the first track; no decoder knows 'qqzz'.
+    const qsizetype at = movie.indexOf("sowt");
+    if (at < 0)
+        throw std::runtime_error("no sample description in two-pcm.mov");
+    movie.replace(at, 4, "qqzz");
+    return {writeOnce("unknown-beside-sound.mov", movie), 1.5, 2.5};
+}
+
+namespace {
+
+// Speech twice over, about 17 s, resampled to `rate` with `channels` channels.
+QStringList speechSource(int rate, int channels)
+{
+    return {"-stream_loop", "1",
+            "-i",           speechWithPauses().file,
+            "-ar",          QString::number(rate),
+            "-ac",          QString::number(channels)};
+}
+
+} // namespace
+
+QString speechAac()
+{
+    return make("speech-long.m4a", speechSource(44100, 2) + QStringList{"-c:a", "aac"});
+}
+
+QString speechMp3()
+{
+    return make("speech-long.mp3", speechSource(44100, 2) + QStringList{"-c:a", "libmp3lame"});
+}
+
+QString speechOpus()
+{
+    return make("speech-long.ogg", speechSource(48000, 2) + QStringList{"-c:a", "libopus"});
+}
+
+QString speechPcm44()
+{
+    return make("speech-long-44.wav", speechSource(44100, 2));
+}
+
+QString speechPcm8kMono()
+{
+    return make("speech-long-8k.wav", speechSource(8000, 1));
+}
+
+QString speechSixChannels()
+{
+    return make("speech-long-6ch.flac", speechSource(48000, 6));
+}
+
+QString speechTwoTracks()
+{
+    const QString speech = speechWithPauses().file;
+    return make("speech-long-two.mov",
+                {"-stream_loop", "1",        "-i",  speech,  "-itsoffset", "1.3",
+                 "-stream_loop", "1",        "-i",  speech,  "-map",       "0",
+                 "-map",         "1",        "-ar", "48000", "-ac",        "1",
+                 "-c:a",         "pcm_s16le"});
+}
+
 QString videoWithoutSound()
 {
     return make("picture-only.mp4", pictureSource(1) + fastH264);

@@ -54,6 +54,35 @@ Speech speechWithPauses();
 // 10 minutes of 16 kHz mono tone, WAV.
 QString longTone();
 
+// Files as phones, screen recorders, browsers and streaming tools write them. Each holds
+// tone with a quiet stretch, given as the pause it should give.
+struct RealWorld {
+    QString file;
+    double pauseStart;
+    double pauseEnd;
+};
+// AAC in .m4a whose timestamps jump: 3 s (tone, quiet from 2 s), nothing from 3 to 5 s, then
+// 2 s of tone; joined by the concat demuxer with the first part's length given as 5 s.
+RealWorld gappedAac();
+// H.264 and AAC in FLV, as streaming tools write it; quiet from 1.5 to 2.5 s of 4 s.
+RealWorld flvStream();
+// Opus in WebM and AAC in Matroska written as live streams: no duration element.
+RealWorld liveWebm();
+RealWorld liveMatroska();
+// A QuickTime movie whose first sound track no decoder knows; the second holds the tone.
+RealWorld unknownTrackBesideSound();
+
+// About 17 s of espeak-ng speech with pauses, in the formats a split reading must match:
+// AAC, MP3, Opus, PCM at 44.1 kHz, PCM at 8 kHz mono, FLAC in 6 channels, and a QuickTime
+// movie with two PCM tracks (the second the speech 1.3 s later).
+QString speechAac();
+QString speechMp3();
+QString speechOpus();
+QString speechPcm44();
+QString speechPcm8kMono();
+QString speechSixChannels();
+QString speechTwoTracks();
+
 // Bad input.
 QString videoWithoutSound();
 QString zeroDurationWav();

@@ -5,38 +5,85 @@
 #include <algorithm>
 #include <limits>
 
-AudioMixReader::AudioMixReader(MediaFile& file, const std::atomic<bool>& cancelRequested)
+AudioMixReader::AudioMixReader(MediaFile& file, const std::atomic<bool>& cancelRequested,
+                               int64_t start, int64_t warmUp)
     : m_cancelRequested(cancelRequested)
+    , m_emitted(start)
 {
     const int64_t fileStart = file.context()->start_time;
     const std::vector<int>& streams = file.audioStreams();
     for (std::size_t i = 0; i < streams.size(); ++i) {
-        // The first track reads the file's own demuxer; every further one gets a demuxer of
-        // its own, so that no track waits in memory for another one's packets.
-        if (i == 0)
+        // The first track of a reader from the start reads the file's own demuxer; every
+        // other one gets a demuxer of its own, so that no track waits in memory for another
+        // one's packets and readers of different parts never share one.
+        if (i == 0 && start == 0)
             m_tracks.push_back(
                 std::make_unique<AudioTrackDecoder>(file.context(), streams[i], fileStart));
         else
             m_tracks.push_back(std::make_unique<AudioTrackDecoder>(
                 MediaFile::openDemuxer(file.path()), streams[i], fileStart));
+        if (start > 0)
+            m_tracks.back()->seek(start - warmUp);
     }
 }
 
-bool AudioMixReader::read(const Consumer& consumer)
+bool AudioMixReader::read(const Consumer& consumer, int64_t end)
 {
     for (;;) {
-        if (m_cancelRequested.load(std::memory_order_relaxed))
+        if (stopRequested())
             return false;
         // Samples before what was handed out (a track that starts before the file does)
         // are never mixed; dropping them here keeps a lagging track's buffer small.
         for (const auto& track : m_tracks)
             track->dropBefore(m_emitted);
-        emitUpTo(mixableEnd(), consumer);
+        emitUpTo(std::min(mixableEnd(), end), consumer);
+        if (m_emitted >= end)
+            return true;
         AudioTrackDecoder* next = laggingTrack();
         if (!next)
             return true;
         next->decodeMore();
     }
+}
+
+void AudioMixReader::decodeAhead()
+{
+    for (const auto& track : m_tracks)
+        track->prefetch();
+}
+
+bool AudioMixReader::stopRequested() const
+{
+    return m_cancelRequested.load(std::memory_order_relaxed) ||
+           (m_abandoned && m_abandoned->load(std::memory_order_relaxed));
+}
+
+bool AudioMixReader::settledBy(int64_t index, int64_t warmUp) const
+{
+    return std::all_of(m_tracks.begin(), m_tracks.end(), [&](const auto& track) {
+        return track->startedAtStreamStart() ||
+               track->firstPosition() == AudioTrackDecoder::noPosition ||
+               track->firstPosition() <= index - warmUp;
+    });
+}
+
+int64_t AudioMixReader::lastDrift() const
+{
+    int64_t latest = AudioTrackDecoder::noPosition;
+    for (const auto& track : m_tracks)
+        latest = std::max(latest, track->lastDrift());
+    return latest;
+}
+
+double AudioMixReader::fileFraction()
+{
+    AVIOContext* io = m_tracks.empty() ? nullptr : m_tracks.front()->demuxer()->pb;
+    if (!io)
+        return 0.0;
+    if (m_fileSize == 0)
+        m_fileSize = avio_size(io); // a system call: once
+    const int64_t at = avio_tell(io);
+    return m_fileSize > 0 && at >= 0 ? std::min(double(at) / double(m_fileSize), 1.0) : 0.0;
 }
 
 // Samples up to here are known for every track: decoded, or beyond the end of a track that

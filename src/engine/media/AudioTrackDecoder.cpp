@@ -4,7 +4,10 @@
 #include "MediaError.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <cstring>
 #include <new>
+#include <numeric>
 
 namespace {
 
@@ -63,19 +66,59 @@ void AudioTrackDecoder::openDecoder()
         throw std::bad_alloc();
 }
 
+void AudioTrackDecoder::seek(int64_t index)
+{
+    const AVStream* stream = m_demuxer->streams[m_streamIndex];
+    const int64_t fileStart = m_fileStart == AV_NOPTS_VALUE ? 0 : m_fileStart;
+    const int64_t target = av_rescale_q(index, outputTimeBase, stream->time_base) +
+                           av_rescale_q(fileStart, AV_TIME_BASE_Q, stream->time_base);
+    const int result = av_seek_frame(m_demuxer, m_streamIndex, target, AVSEEK_FLAG_BACKWARD);
+    if (result < 0)
+        throwFfmpegError("av_seek_frame", result);
+    m_sought = true;
+}
+
+void AudioTrackDecoder::prefetch()
+{
+    m_prefetcher =
+        std::make_unique<FramePrefetcher>([this](AVFrame* frame) { return decodeFrame(frame); });
+}
+
 void AudioTrackDecoder::decodeMore()
 {
-    while (!m_ended) {
-        const int result = avcodec_receive_frame(m_decoder.get(), m_frame.get());
+    if (m_holeLeft > 0) {
+        fillHole();
+        return;
+    }
+    if (m_ended)
+        return;
+    const bool decoded =
+        m_prefetcher ? m_prefetcher->next(m_frame.get()) : decodeFrame(m_frame.get());
+    if (!decoded) {
+        flushConverter();
+        m_ended = true;
+        return;
+    }
+    convertFrame(*m_frame);
+    av_frame_unref(m_frame.get());
+}
+
+bool AudioTrackDecoder::decodeFrame(AVFrame* frame)
+{
+    for (;;) {
+        const int result = avcodec_receive_frame(m_decoder.get(), frame);
         if (result == 0) {
-            convertFrame(*m_frame);
-            av_frame_unref(m_frame.get());
-            return;
+            m_decodedAny = m_decodedAny || frame->nb_samples > 0;
+            return true;
         }
         if (result == AVERROR(EAGAIN)) {
             sendNextPacket();
         } else if (result == AVERROR_EOF) {
-            finish();
+            // Damage here and there is tolerated, but a stream of which nothing decoded is a
+            // failure.
+            if (!m_decodedAny && m_lastDecodeError < 0)
+                throwFfmpegError("decoding audio", m_lastDecodeError);
+            return false;
         } else if (result == AVERROR_INVALIDDATA) {
             // A damaged frame is skipped, as ffmpeg itself does; the stream goes on.
             m_lastDecodeError = result;
@@ -104,7 +147,8 @@ void AudioTrackDecoder::sendNextPacket()
             av_packet_unref(m_packet.get());
             continue;
         }
-        ++m_packetsRead;
+        noteFirstPacket(*m_packet);
+        m_lastDts = m_packet->dts != AV_NOPTS_VALUE ? m_packet->dts : m_packet->pts;
         result = avcodec_send_packet(m_decoder.get(), m_packet.get());
         av_packet_unref(m_packet.get());
         if (result == AVERROR_INVALIDDATA) {
@@ -118,54 +162,113 @@ void AudioTrackDecoder::sendNextPacket()
     }
 }
 
-// Containers with a full sample index (MP4, QuickTime) list every packet up front; fewer
-// packets than listed means the data ends early. Sparse indexes (seek points only) list fewer
-// entries than there are packets and never trip this.
-void AudioTrackDecoder::checkComplete() const
+void AudioTrackDecoder::noteFirstPacket(const AVPacket& packet)
 {
-    const int listed = avformat_index_get_entries_count(m_demuxer->streams[m_streamIndex]);
-    if (m_packetsRead < listed) {
-        qCWarning(lcMedia, "stream %d ended after %lld of %d indexed packets", m_streamIndex,
-                  static_cast<long long>(m_packetsRead), listed);
-        throw TruncatedError();
-    }
+    if (m_firstPacketSeen)
+        return;
+    m_firstPacketSeen = true;
+    const AVStream* stream = m_demuxer->streams[m_streamIndex];
+    const int64_t time = packet.pts != AV_NOPTS_VALUE ? packet.pts : packet.dts;
+    m_startedAtStreamStart =
+        !m_sought || (time != AV_NOPTS_VALUE && stream->start_time != AV_NOPTS_VALUE &&
+                      time <= stream->start_time);
 }
 
-void AudioTrackDecoder::finish()
+// MPEG-4 and QuickTime files list every packet in their index up front; when the data ends
+// before the last one listed, the file was cut short. Other containers index seek points at
+// most (FLV lists its AAC header among them), so running out there is the stream's end.
+void AudioTrackDecoder::checkComplete() const
 {
-    flushConverter();
-    m_ended = true;
-    // Damage here and there is tolerated, but a stream of which nothing decoded is a failure.
-    if (!m_producedAny && m_lastDecodeError < 0)
-        throwFfmpegError("decoding audio", m_lastDecodeError);
+    if (std::strncmp(m_demuxer->iformat->name, "mov,", 4) != 0)
+        return;
+    AVStream* stream = m_demuxer->streams[m_streamIndex];
+    const int listed = avformat_index_get_entries_count(stream);
+    if (listed == 0)
+        return;
+    const AVIndexEntry* last = avformat_index_get_entry(stream, listed - 1);
+    if (m_lastDts == AV_NOPTS_VALUE || m_lastDts < last->timestamp) {
+        qCWarning(lcMedia, "stream %d ended at %lld before its last indexed packet at %lld",
+                  m_streamIndex, static_cast<long long>(m_lastDts),
+                  static_cast<long long>(last->timestamp));
+        throw TruncatedError();
+    }
 }
 
 void AudioTrackDecoder::convertFrame(const AVFrame& frame)
 {
     if (frame.nb_samples <= 0)
         return;
-    if (!m_placed)
-        placeTrack(frame);
-    if (!m_converter || frame.format != m_inputFormat || frame.sample_rate != m_inputRate ||
-        av_channel_layout_compare(&frame.ch_layout, &m_inputLayout.value) != 0) {
-        flushConverter();
-        configureConverter(frame);
+    const bool first = !m_converter;
+    const bool changed = !first && formatChanged(frame);
+    int64_t position = m_expected;
+    if (changed && frame.sample_rate != m_inputRate && m_inputRate > 0)
+        position = av_rescale(m_expected, frame.sample_rate, m_inputRate);
+    const int64_t stamped = stampedPosition(frame);
+    bool jump = false;
+    if (stamped != noPosition) {
+        jump = first || std::llabs(stamped - position) > tolerance(frame.sample_rate);
+        if (jump)
+            position = stamped;
+        else if (stamped != position)
+            m_lastDrift = av_rescale(position, outputRate, frame.sample_rate);
+    } else if (first) {
+        position = 0;
     }
+    if (first)
+        m_firstPosition = av_rescale(position, outputRate, frame.sample_rate);
+    if (first || jump || changed)
+        startRun(frame, position);
     appendConverted(frame.extended_data, frame.nb_samples);
-    m_producedAny = true;
+    m_expected = position + frame.nb_samples;
 }
 
-void AudioTrackDecoder::placeTrack(const AVFrame& frame)
+// Timestamps that name single samples are followed to the sample, so that where a frame goes
+// never depends on how far back decoding began. Coarser ones (milliseconds) jitter around
+// the truth; within 10 ms, as an export has it, a frame then follows its predecessor.
+int64_t AudioTrackDecoder::tolerance(int sampleRate) const
 {
-    m_placed = true;
-    if (frame.best_effort_timestamp == AV_NOPTS_VALUE)
-        return;
     const AVRational timeBase = m_demuxer->streams[m_streamIndex]->time_base;
-    const int64_t start = av_rescale_q(frame.best_effort_timestamp, timeBase, outputTimeBase);
-    const int64_t fileStart = m_fileStart == AV_NOPTS_VALUE
-                                  ? 0
-                                  : av_rescale_q(m_fileStart, AV_TIME_BASE_Q, outputTimeBase);
-    m_bufferStart = start - fileStart;
+    if (int64_t(timeBase.num) * sampleRate <= int64_t(timeBase.den))
+        return 0;
+    return sampleRate / 100;
+}
+
+bool AudioTrackDecoder::formatChanged(const AVFrame& frame) const
+{
+    return frame.format != m_inputFormat || frame.sample_rate != m_inputRate ||
+           av_channel_layout_compare(&frame.ch_layout, &m_inputLayout.value) != 0;
+}
+
+// The frame's start in its own samples from the file's start; noPosition without a timestamp.
+int64_t AudioTrackDecoder::stampedPosition(const AVFrame& frame) const
+{
+    if (frame.best_effort_timestamp == AV_NOPTS_VALUE || frame.sample_rate <= 0)
+        return noPosition;
+    const AVRational samples{1, frame.sample_rate};
+    const AVRational timeBase = m_demuxer->streams[m_streamIndex]->time_base;
+    const int64_t fileStart = m_fileStart == AV_NOPTS_VALUE ? 0 : m_fileStart;
+    return av_rescale_q(frame.best_effort_timestamp, timeBase, samples) -
+           av_rescale_q(fileStart, AV_TIME_BASE_Q, samples);
+}
+
+// A run starts its resampler on the grid of input samples that fall exactly on 16 kHz
+// samples (every third at 48 kHz, every 441st at 44.1 kHz), padding with silence up to its
+// first frame, so the resampler's phase depends on where the run is, not where it began.
+void AudioTrackDecoder::startRun(const AVFrame& frame, int64_t position)
+{
+    flushConverter();
+    configureConverter(frame);
+    const int64_t common = std::gcd(int64_t(frame.sample_rate), int64_t(outputRate));
+    const int64_t inputStep = frame.sample_rate / common;
+    const int64_t outputStep = outputRate / common;
+    const int64_t quotient = position / inputStep - (position % inputStep < 0 ? 1 : 0);
+    const int64_t gridStart = quotient * inputStep;
+    m_runNext = quotient * outputStep;
+    if (position > gridStart) {
+        const int result = swr_inject_silence(m_converter.get(), int(position - gridStart));
+        if (result < 0)
+            throwFfmpegError("swr_inject_silence", result);
+    }
 }
 
 void AudioTrackDecoder::configureConverter(const AVFrame& frame)
@@ -210,9 +313,9 @@ void AudioTrackDecoder::flushConverter()
         return;
     // The resampler holds back the samples its filter still needs; an empty input drains them.
     while (swr_get_out_samples(m_converter.get(), 0) > 0) {
-        const int before = av_audio_fifo_size(m_fifo.get());
+        const int64_t before = m_runNext;
         appendConverted(nullptr, 0);
-        if (av_audio_fifo_size(m_fifo.get()) == before)
+        if (m_runNext == before)
             break;
     }
 }
@@ -230,24 +333,85 @@ void AudioTrackDecoder::appendConverted(const uint8_t* const* input, int inputCo
                                       const_cast<const uint8_t**>(input), inputCount);
     if (converted < 0)
         throwFfmpegError("swr_convert", converted);
-    if (converted == 0)
+    if (converted > 0)
+        place(m_converted.data(), converted);
+}
+
+// Puts resampled samples at the run's next index: what lies before the end of what is placed
+// already is dropped, and a hole before them becomes silence.
+void AudioTrackDecoder::place(const float* samples, int count)
+{
+    int64_t at = m_runNext;
+    m_runNext += count;
+    if (!m_placed) {
+        m_placed = true;
+        m_bufferStart = at;
+    }
+    const int64_t end = bufferEnd() + m_holeLeft + int64_t(m_behindHole.size());
+    if (at < end) {
+        const int overlap = int(std::min<int64_t>(end - at, count));
+        samples += overlap;
+        count -= overlap;
+        at += overlap;
+    }
+    if (count == 0)
         return;
-    void* data = m_converted.data();
-    const int written = av_audio_fifo_write(m_fifo.get(), &data, converted);
+    if (at > end) {
+        if (m_holeLeft == 0 && at - end <= holeChunk)
+            write(m_zeros.data(), int(at - end));
+        else if (m_behindHole.empty())
+            m_holeLeft += at - end;
+        else
+            m_behindHole.insert(m_behindHole.end(), std::size_t(at - end), 0.0f);
+    }
+    if (m_holeLeft > 0)
+        m_behindHole.insert(m_behindHole.end(), samples, samples + count);
+    else
+        write(samples, count);
+}
+
+void AudioTrackDecoder::write(const float* samples, int count)
+{
+    void* data = const_cast<float*>(samples);
+    const int written = av_audio_fifo_write(m_fifo.get(), &data, count);
     if (written < 0)
         throwFfmpegError("av_audio_fifo_write", written);
+}
+
+void AudioTrackDecoder::fillHole()
+{
+    const int count = int(std::min<int64_t>(m_holeLeft, holeChunk));
+    write(m_zeros.data(), count);
+    m_holeLeft -= count;
+    if (m_holeLeft == 0)
+        releaseBehindHole();
+}
+
+void AudioTrackDecoder::releaseBehindHole()
+{
+    if (!m_behindHole.empty())
+        write(m_behindHole.data(), int(m_behindHole.size()));
+    m_behindHole.clear();
 }
 
 void AudioTrackDecoder::dropBefore(int64_t index)
 {
     if (index <= m_bufferStart)
         return;
-    const int count =
-        int(std::min<int64_t>(index - m_bufferStart, av_audio_fifo_size(m_fifo.get())));
-    if (count <= 0)
-        return;
-    av_audio_fifo_drain(m_fifo.get(), count);
-    m_bufferStart += count;
+    const int buffered = av_audio_fifo_size(m_fifo.get());
+    const int count = int(std::min<int64_t>(index - m_bufferStart, buffered));
+    if (count > 0) {
+        av_audio_fifo_drain(m_fifo.get(), count);
+        m_bufferStart += count;
+    }
+    // A hole that nobody will hear is skipped without writing its zeros.
+    if (count == buffered && m_holeLeft > 0 && index > m_bufferStart) {
+        const int64_t skipped = std::min(index - m_bufferStart, m_holeLeft);
+        m_bufferStart += skipped;
+        m_holeLeft -= skipped;
+        if (m_holeLeft == 0)
+            releaseBehindHole();
+    }
 }
 
 void AudioTrackDecoder::take(float* destination, int count)

@@ -19,7 +19,10 @@ MediaFile::MediaFile(const QString& path)
         const AVStream* stream = m_context->streams[i];
         switch (stream->codecpar->codec_type) {
         case AVMEDIA_TYPE_AUDIO:
-            m_audioStreams.push_back(int(i));
+            if (avcodec_find_decoder(stream->codecpar->codec_id))
+                m_audioStreams.push_back(int(i));
+            else
+                m_undecodableAudioStreams.push_back(int(i));
             break;
         case AVMEDIA_TYPE_VIDEO:
             if (!(stream->disposition & AV_DISPOSITION_ATTACHED_PIC))

@@ -6,7 +6,8 @@
 #include <vector>
 
 // One media file opened with FFmpeg and its stream information loaded.
-// Tracks are streams by type in file order; a cover picture is not a video track.
+// Tracks are streams by type in file order; a cover picture is not a video track, and a sound
+// stream that no decoder knows is no audio track either (nobody can hear it).
 class MediaFile {
 public:
     // Throws MediaError with FFmpeg's own message when the file cannot be opened.
@@ -24,6 +25,8 @@ public:
     bool durationIsEstimated() const;
 
     const std::vector<int>& audioStreams() const { return m_audioStreams; }
+    // Sound streams left out because FFmpeg has no decoder for them.
+    const std::vector<int>& undecodableAudioStreams() const { return m_undecodableAudioStreams; }
     const std::vector<int>& videoStreams() const { return m_videoStreams; }
 
     // Four-character code of a stream's codec: 'avc1', 'hvc1', 'mp4v' for the formats an
@@ -36,5 +39,6 @@ private:
     QString m_path;
     InputFormatContextPtr m_context;
     std::vector<int> m_audioStreams;
+    std::vector<int> m_undecodableAudioStreams;
     std::vector<int> m_videoStreams;
 };
