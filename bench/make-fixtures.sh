@@ -5,6 +5,10 @@
 #   talk-60min.mp4   the same talk as 720p30 H.264 (2 s GOP, B-frames) + AAC
 #   talk-5min.mp4    its first 5 minutes, for the slow frame-accurate comparison
 #   talk-60min.mp3   the talk as MP3, whose decoder can start anywhere (split reading)
+#   sync-2min.mp4    720p30 H.264 (2 s GOP, B-frames) + AAC: black with a white flash and
+#                    a 1 kHz beep together for 0.2 s every 3.3 s from 1.0 s, silent between,
+#                    so every kept span holds one flash and beep a little after its start
+#                    (counted in frames and samples: times in seconds would round apart)
 # A 5-minute talk is made from espeak-ng sentences and pauses of 0.3 to 3 s, then repeated
 # by stream copy, so the hour costs one 5-minute encode.
 set -euo pipefail
@@ -12,6 +16,14 @@ set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 out=${1:-$here/build/bench-fixtures}
 mkdir -p "$out"
+if [ ! -s "$out/sync-2min.mp4" ]; then
+  ffmpeg -v error -nostdin -y \
+    -f lavfi -i "color=c=black:s=1280x720:r=30:d=120,drawbox=x=0:y=0:w=iw:h=ih:color=white:t=fill:enable='lt(mod(n+69,99),6)'" \
+    -f lavfi -i "aevalsrc='if(lt(mod(n+110400,158400),9600),0.8*sin(2*PI*1000*t),0)':s=48000:d=120" \
+    -c:v libx264 -preset veryfast -crf 23 -g 60 -pix_fmt yuv420p -c:a aac -b:a 128k \
+    -movflags +faststart "$out/sync-2min.tmp.mp4"
+  mv "$out/sync-2min.tmp.mp4" "$out/sync-2min.mp4"
+fi
 if [ -s "$out/talk-60min.m4a" ] && [ -s "$out/talk-60min.mp4" ] && [ -s "$out/talk-5min.mp4" ] &&
   [ -s "$out/talk-60min.mp3" ]; then
   exit 0

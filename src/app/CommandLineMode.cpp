@@ -4,10 +4,12 @@
 #include "FormatTime.h"
 #include "Sensitivity.h"
 #include "TidleEngine.h"
+#include "TidleError.h"
 #include "UserMessage.h"
 
 #include <QDir>
 #include <QtGlobal>
+#include <csignal>
 #include <cstdio>
 #include <exception>
 
@@ -48,6 +50,44 @@ void silenceLibraries()
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
 }
 
+// Ctrl+C and SIGTERM cancel the running job like the window's cancel button, so the export
+// removes its unfinished file on the way out instead of dying with it half written.
+TidleEngine* interruptedEngine = nullptr;
+// The engine forgets a cancel that comes between its jobs; this remembers it.
+volatile std::sig_atomic_t interrupted = 0;
+
+void cancelOnSignal(int)
+{
+    interrupted = 1;
+    // TidleEngine::cancel() is one lock-free atomic store: safe in a signal handler.
+    if (interruptedEngine)
+        interruptedEngine->cancel();
+}
+
+class SignalCancel {
+public:
+    explicit SignalCancel(TidleEngine& engine)
+    {
+        interruptedEngine = &engine;
+        struct sigaction action {};
+        action.sa_handler = cancelOnSignal;
+        sigemptyset(&action.sa_mask);
+        for (int signal : {SIGINT, SIGTERM})
+            sigaction(signal, &action, &m_previous[signal == SIGINT ? 0 : 1]);
+    }
+    ~SignalCancel()
+    {
+        sigaction(SIGINT, &m_previous[0], nullptr);
+        sigaction(SIGTERM, &m_previous[1], nullptr);
+        interruptedEngine = nullptr;
+    }
+    SignalCancel(const SignalCancel&) = delete;
+    SignalCancel& operator=(const SignalCancel&) = delete;
+
+private:
+    struct sigaction m_previous[2]{};
+};
+
 } // namespace
 
 int runCLI(const QStringList& arguments)
@@ -65,10 +105,14 @@ int runCLI(const QStringList& arguments)
     settings.frameAccurate = !request->fast;
 
     TidleEngine engine;
+    static_assert(std::atomic<bool>::is_always_lock_free);
+    const SignalCancel signalCancel(engine);
     try {
         const Analysis analysis = engine.analyze(request->input, settings);
         printReport(analysis);
         std::fflush(stdout);
+        if (interrupted)
+            throw TidleError::cancelled();
         engine.encode(request->input, request->output, analysis, settings, printProgress);
     } catch (const std::exception& error) {
         printLine(QStringLiteral("error: ") + userMessage(error));

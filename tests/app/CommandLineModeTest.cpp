@@ -7,6 +7,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <csignal>
 #include <gtest/gtest.h>
 
 namespace {
@@ -210,5 +211,46 @@ TEST(CommandLineMode, anExportFailureFollowsTheReport)
               "error: The new file could not be written: creating the new file: No such "
               "file or directory.");
 }
+
+// 30 s of 640x360 H.264 with a tone: a re-encode long enough to be interrupted.
+QString longVideo()
+{
+    return Fixtures::makeWithFfmpeg(
+        "cli-long.mp4", {"-f", "lavfi", "-i", "testsrc2=s=640x360:r=25:d=30", "-f", "lavfi", "-i",
+                         "sine=f=440:d=30:sample_rate=48000", "-c:v", "libx264", "-preset",
+                         "ultrafast", "-pix_fmt", "yuv420p", "-c:a", "aac"});
+}
+
+class InterruptedExport : public testing::TestWithParam<int> {};
+
+TEST_P(InterruptedExport, cancelsAndLeavesOnlyTheInput)
+{
+    QTemporaryDir folder;
+    const QString input = folder.filePath("talk.mp4");
+    ASSERT_TRUE(QFile::copy(longVideo(), input));
+    QProcess process;
+    process.start(HUSHPANE_BINARY, {"--cli", input});
+    ASSERT_TRUE(process.waitForStarted());
+    QByteArray printed;
+    // The first percentage means the export has its temporary file open.
+    while (!printed.contains('%') && process.state() == QProcess::Running) {
+        process.waitForReadyRead(1000);
+        printed += process.readAllStandardOutput();
+    }
+    ASSERT_TRUE(printed.contains('%')) << printed.toStdString();
+    ASSERT_EQ(::kill(pid_t(process.processId()), GetParam()), 0);
+    ASSERT_TRUE(process.waitForFinished(60000));
+    printed += process.readAllStandardOutput();
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_TRUE(lines(QString::fromUtf8(printed)).last().contains("%error: "))
+        << printed.toStdString();
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"talk.mp4"});
+}
+
+INSTANTIATE_TEST_SUITE_P(BySignal, InterruptedExport, testing::Values(SIGINT, SIGTERM),
+                         [](const auto& info) {
+                             return std::string(info.param == SIGINT ? "ctrlC" : "sigterm");
+                         });
 
 } // namespace

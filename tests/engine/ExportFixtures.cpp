@@ -177,6 +177,52 @@ QString longVideo()
                             "ultrafast", "-pix_fmt", "yuv420p", "-c:a", "aac"});
 }
 
+namespace {
+
+QStringList testPicture(const QString& videoCodec, const QStringList& videoOptions,
+                        const QString& soundCodec)
+{
+    return QStringList{"-f",   "lavfi",   "-i", "testsrc2=s=320x240:r=25:d=8",
+                       "-f",   "lavfi",   "-i", toneSource,
+                       "-c:v", videoCodec}
+           << videoOptions << QStringList{"-pix_fmt", "yuv420p", "-c:a", soundCodec};
+}
+
+} // namespace
+
+QString h264Matroska()
+{
+    return Fixtures::makeWithFfmpeg(
+        "export-bframes.mkv",
+        testPicture("libx264", {"-preset", "veryfast", "-bf", "3", "-g", "50"}, "aac"));
+}
+
+QString h264OpenGop()
+{
+    return Fixtures::makeWithFfmpeg(
+        "export-open-gop.mp4",
+        testPicture("libx264",
+                    {"-preset", "veryfast", "-bf", "3", "-g", "25", "-x264-params", "open-gop=1"},
+                    "aac"));
+}
+
+QString hevcMatroska()
+{
+    return Fixtures::makeWithFfmpeg(
+        "export-hevc.mkv",
+        testPicture("libx265",
+                    {"-preset", "ultrafast", "-g", "25", "-x265-params", "log-level=error"},
+                    "aac"));
+}
+
+QString vp9Webm()
+{
+    return Fixtures::makeWithFfmpeg(
+        "export-vp9.webm",
+        testPicture("libvpx-vp9", {"-deadline", "realtime", "-cpu-used", "8", "-g", "25"},
+                    "libopus"));
+}
+
 Analysis analysis(std::vector<Segment> keeps, double duration, bool hasVideo,
                   OutputContainer container)
 {

@@ -43,6 +43,17 @@ QString silentVideo();
 // 20 s of 640x360 H.264 with sound: long enough to be cancelled midway.
 QString longVideo();
 
+// 8 s of 320x240 at 25 fps with the tone as AAC, a keyframe every `gop` pictures, in
+// these forms:
+// H.264 with B-frames in Matroska (no decode times stored), as screen recorders write it.
+QString h264Matroska();
+// H.264 with open GOPs: only the first keyframe is an IDR, the others recovery points.
+QString h264OpenGop();
+// HEVC from x265 (open GOPs, CRA pictures) in Matroska.
+QString hevcMatroska();
+// VP9 with Opus sound in WebM.
+QString vp9Webm();
+
 Analysis analysis(std::vector<Segment> keeps, double duration, bool hasVideo,
                   OutputContainer container);
 

@@ -75,6 +75,29 @@ std::vector<PacketInfo> packets(const QString& file, const QString& type)
     return found;
 }
 
+std::vector<PacketHash> videoPacketHashes(const QString& file)
+{
+    const auto result = Fixtures::run("ffmpeg", {"-v", "error", "-i", file, "-map", "0:v:0", "-c",
+                                                 "copy", "-f", "framemd5", "-"});
+    if (result.exitCode != 0)
+        throw std::runtime_error("framemd5 failed: " + result.standardError.toStdString());
+    double timeBase = 0.0;
+    std::vector<PacketHash> found;
+    for (const QString& line : result.standardOutput.split('\n', Qt::SkipEmptyParts)) {
+        if (line.startsWith("#tb 0: ")) {
+            const QStringList fraction = line.mid(7).split('/');
+            timeBase = fraction.value(0).toDouble() / fraction.value(1).toDouble();
+            continue;
+        }
+        if (line.startsWith('#'))
+            continue;
+        const QStringList fields = line.split(',');
+        if (fields.size() >= 6)
+            found.push_back({fields[2].trimmed().toDouble() * timeBase, fields[5].trimmed()});
+    }
+    return found;
+}
+
 std::vector<short> decodeSound(const QString& file, double start, double length, int rate)
 {
     QProcess process;

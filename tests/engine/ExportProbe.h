@@ -22,6 +22,14 @@ struct PacketInfo {
 };
 std::vector<PacketInfo> packets(const QString& file, const QString& type);
 
+// The presentation time and an MD5 of the data of every packet of the first video stream,
+// by ffmpeg's stream copy: the same hash means the same bytes.
+struct PacketHash {
+    double time = 0.0;
+    QString hash;
+};
+std::vector<PacketHash> videoPacketHashes(const QString& file);
+
 // `length` seconds of sound from `start`, mono 16-bit at `rate`, decoded by ffmpeg.
 std::vector<short> decodeSound(const QString& file, double start, double length, int rate);
 // The frequency of a clean tone, from its zero crossings.

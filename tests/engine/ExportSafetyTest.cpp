@@ -281,4 +281,26 @@ TEST(ExportSafety, theEngineCanExportAgainAfterACancel)
     EXPECT_EQ(Fixtures::decodeErrors(folder.filePath("out.m4a")), "");
 }
 
+// Names up to the file system's limit of 255 bytes, some in two-byte characters: the hidden
+// name the file is first written under must fit as well.
+class LongDestinationName : public testing::TestWithParam<std::string> {};
+
+TEST_P(LongDestinationName, isWrittenAndLeavesNothingElse)
+{
+    QTemporaryDir folder;
+    const QString name = QString::fromStdString(GetParam());
+    ASSERT_LE(QFile::encodeName(name).size(), 255);
+    TidleEngine engine;
+    engine.encode(ExportFixtures::tones(), folder.filePath(name), toneAnalysis, settings(true),
+                  [](double) {});
+    EXPECT_EQ(ExportProbe::folderEntries(folder.path()), QStringList{name});
+    EXPECT_EQ(Fixtures::decodeErrors(folder.filePath(name)), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(NearTheLimit, LongDestinationName,
+                         testing::Values(std::string(240, 'a') + ".m4a",
+                                         std::string(251, 'b') + ".m4a",
+                                         QString(125, QChar(0x00e9)).toStdString() + ".m4a"),
+                         [](const auto& info) { return "bytes" + std::to_string(info.index); });
+
 } // namespace

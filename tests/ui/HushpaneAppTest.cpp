@@ -6,11 +6,15 @@
 #include "Stats.h"
 #include "WindowTestFixture.h"
 
+#include <QAbstractButton>
+#include <QApplication>
 #include <QFile>
 #include <QLabel>
+#include <QMessageBox>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QThread>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 namespace {
@@ -121,6 +125,50 @@ TEST_F(HushpaneAppTest, AboutCreditsFollowTheSavedTime)
     EXPECT_NE(about->creditsLabel()->text(), before);
     EXPECT_EQ(about->creditsLabel()->text(),
               localized("about.credits").arg(Stats::savedDescription()));
+}
+
+// Answers the question the window asks when it is closed during work.
+void answerQuitQuestion(const QString& button)
+{
+    QTimer::singleShot(0, [button] {
+        auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(question, nullptr);
+        for (QAbstractButton* choice : question->buttons())
+            if (choice->text() == button)
+                choice->click();
+    });
+}
+
+TEST_F(HushpaneAppTest, ClosingDuringASaveAsksAndQuittingLeavesNoFile)
+{
+    const QString video = Fixtures::makeWithFfmpeg(
+        "ui-long-video-with-gaps.mp4",
+        {"-f", "lavfi", "-i", "testsrc2=size=640x360:rate=30:duration=40", "-f", "lavfi", "-i",
+         "aevalsrc='0.5*sin(2*PI*300*t)*gt(mod(t,5),1.5)':s=44100:d=40", "-c:v", "libx264",
+         "-preset", "ultrafast", "-c:a", "aac", "-shortest"});
+    m_app->show();
+    content()->accept({copyInto(video, "lecture.mp4")});
+    ASSERT_TRUE(waitUntil([&] { return model().phase() == AppModel::Phase::ready; }));
+    const QString output = m_folder.filePath("lecture (no pauses).mp4");
+    model().tidle(QUrl::fromLocalFile(output));
+    ASSERT_EQ(model().phase(), AppModel::Phase::encoding);
+
+    answerQuitQuestion(localized("quit.busy.keep"));
+    EXPECT_FALSE(m_app->window().close());
+    EXPECT_TRUE(m_app->window().isVisible());
+    EXPECT_EQ(model().phase(), AppModel::Phase::encoding);
+
+    answerQuitQuestion(localized("quit.busy.quit"));
+    EXPECT_TRUE(m_app->window().close());
+    ASSERT_TRUE(waitUntil([&] { return model().phase() != AppModel::Phase::encoding; }));
+    EXPECT_EQ(model().phase(), AppModel::Phase::ready);
+    EXPECT_FALSE(QFile::exists(output));
+}
+
+TEST_F(HushpaneAppTest, ClosingWhenIdleAsksNothing)
+{
+    m_app->show();
+    EXPECT_TRUE(m_app->window().close());
 }
 
 TEST_F(HushpaneAppTest, TheHelpMenuOpensAbout)

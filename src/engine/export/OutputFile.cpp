@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QRandomGenerator>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <fcntl.h>
 #include <unistd.h>
@@ -36,6 +37,31 @@ const char* muxerName(OutputContainer container)
 QByteArray ffmpegUrl(const QString& path)
 {
     return "file:" + path.toUtf8();
+}
+
+// A hidden name beside the destination that still says what it will become, shortened
+// where the destination's own name leaves no room for the prefix under the name limit.
+QString temporaryName(const QString& destinationName, quint32 random)
+{
+    const QString prefix = QStringLiteral(".%1.").arg(random, 8, 16, QChar('0'));
+    const QString full = prefix + destinationName;
+    if (QFile::encodeName(full).size() <= NAME_MAX)
+        return full;
+    const QString suffix = QFileInfo(destinationName).suffix();
+    if (suffix.isEmpty() || QFile::encodeName(prefix + suffix).size() > NAME_MAX)
+        return prefix.chopped(1);
+    return prefix + suffix;
+}
+
+// Flushes a file (or folder) to disk; the errno of a failure, or 0.
+int syncToDisk(const QString& path, int flags)
+{
+    const int fd = ::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC);
+    if (fd < 0)
+        return errno;
+    const int result = ::fsync(fd) == 0 ? 0 : errno;
+    ::close(fd);
+    return result;
 }
 
 struct DictionaryDeleter {
@@ -82,11 +108,8 @@ void OutputFile::createTemporaryFile()
     // Hidden, and created exclusively so no other file is ever truncated; 0666 lets the
     // umask decide the final permissions as for any new file.
     for (int attempt = 0; attempt < 100; ++attempt) {
-        // The name ends like the destination's, which the muxer looks at.
-        const QString name = QStringLiteral(".%1.%2")
-                                 .arg(QRandomGenerator::global()->generate(), 8, 16, QChar('0'))
-                                 .arg(destination.fileName());
-        const QString path = folder.filePath(name);
+        const QString path = folder.filePath(
+            temporaryName(destination.fileName(), QRandomGenerator::global()->generate()));
         const int fd = ::open(QFile::encodeName(path).constData(),
                               O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (fd >= 0) {
@@ -134,8 +157,15 @@ void OutputFile::commit()
 {
     checkExportStep(av_write_trailer(m_context.get()), "finishing the new file");
     checkExportStep(avio_closep(&m_context->pb), "finishing the new file");
+    // The data reaches the disk before the name does, so a crash right after the rename
+    // cannot leave an empty or partial file under the destination's name.
+    if (const int error = syncToDisk(m_temporary, O_RDONLY))
+        throwExportFailure("finishing the new file", AVERROR(error));
     if (std::rename(QFile::encodeName(m_temporary).constData(),
                     QFile::encodeName(m_destination).constData()) != 0)
         throwExportFailure("moving the new file into place", AVERROR(errno));
     m_committed = true;
+    // The new name itself; the file is complete either way, so a folder that cannot be
+    // synced (some network file systems) is no failure.
+    syncToDisk(QFileInfo(m_destination).absolutePath(), O_RDONLY | O_DIRECTORY);
 }
