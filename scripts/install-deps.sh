@@ -20,6 +20,8 @@ packages=(
   dbus-daemon
   # tests: an independent XML reader for the recent-files list
   libxml2-utils
+  # tests: the validators of the installed .desktop entry and AppStream metadata
+  desktop-file-utils appstream
   # German buttons in Qt's own dialogs (and the test that checks them)
   qt6-translations-l10n
   # benchmarks: wall time and peak memory of a process (/usr/bin/time)
