@@ -429,6 +429,22 @@
         <source>&amp;Save…</source>
         <translation>&amp;Speichern…</translation>
     </message>
+    <message id="menu.saveCutList">
+        <source>Save &amp;Cut List…</source>
+        <translation>Sch&amp;nittliste speichern…</translation>
+    </message>
+    <message id="result.cutList">
+        <source>Save cut list…</source>
+        <translation>Schnittliste speichern…</translation>
+    </message>
+    <message id="panel.cutList">
+        <source>Save a cut list for video editors: an EDL and a Final Cut Pro XML file under this name</source>
+        <translation>Schnittliste für Videoschnittprogramme speichern: eine EDL und eine Final-Cut-Pro-XML-Datei unter diesem Namen</translation>
+    </message>
+    <message id="cutList.failed">
+        <source>The cut list could not be saved</source>
+        <translation>Die Schnittliste konnte nicht gespeichert werden</translation>
+    </message>
     <message id="menu.quit">
         <source>&amp;Quit</source>
         <translation>&amp;Beenden</translation>
