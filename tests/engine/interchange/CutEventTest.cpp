@@ -3,18 +3,6 @@
 #include <gtest/gtest.h>
 #include <random>
 
-TEST(CutEvent, snapsKeepsToFramesAndLaysThemEndToEnd)
-{
-    const std::vector<CutEvent> events =
-        CutEvent::fromKeeps({{1.0, 2.0}, {3.5, 5.25}, {7.0, 7.5}}, {25, false});
-    const std::vector<CutEvent> expected = {
-        {25, 50, 0, 25},
-        {88, 131, 25, 68}, // 87.5 rounds up, 131.25 down
-        {175, 188, 68, 81},
-    };
-    EXPECT_EQ(events, expected);
-}
-
 TEST(CutEvent, leavesOutKeepsThatRoundToNoFrame)
 {
     const std::vector<CutEvent> events =

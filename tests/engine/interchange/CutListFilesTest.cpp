@@ -109,8 +109,6 @@ TEST_F(CutListFilesTest, aBaseNameEndingInEitherExtensionLosesIt)
               QStringList({"/x/cuts.mp4.edl", "/x/cuts.mp4.xml"}));
 }
 
-
-
 TEST_F(CutListFilesTest, writesNeitherFileWhenOneCannotBeWritten)
 {
     // A folder where the XML file should go: the EDL must not appear on its own.

@@ -121,30 +121,16 @@ TEST(EdlWriter, writesTitleFcmAndOneCutEventPerKeep)
     }
 }
 
-TEST(EdlWriter, usesDropFrameTimecodeAt2997)
-{
-    const TimecodeRate rate{30, true};
-    const Edl edl =
-        readEdl(EdlWriter::text(videoSource(rate), {{59.0, 61.0}, {650.0, 651.0}}, "t"));
-    EXPECT_EQ(edl.fcm, QStringLiteral("DROP FRAME"));
-    ASSERT_EQ(edl.events.size(), 2u);
-    // 59 s is frame 1768 (00:00:58;28 on the clock); 61 s is frame 1828, two labels later
-    // than plain counting because minute 1 starts at ;02.
-    EXPECT_EQ(edl.events[0].times[0], QStringLiteral("00:00:58;28"));
-    EXPECT_EQ(edl.events[0].times[1], QStringLiteral("00:01:01;00"));
-    EXPECT_EQ(edl.events[0].times[2], QStringLiteral("00:00:00;00"));
-    EXPECT_EQ(edl.events[0].times[3], QStringLiteral("00:00:02;00"));
-    EXPECT_EQ(edl.events[1].times[0], QStringLiteral("00:10:49;29")); // frame 19481
-    EXPECT_EQ(edl.events[1].times[2], QStringLiteral("00:00:02;00"));
-}
-
 TEST(EdlWriter, sourceAndRecordSpansAgreeAndRecordTimecodesFollowOnAtEveryRate)
 {
     const std::vector<Segment> keeps = {{0.3, 12.7}, {13.9, 59.95}, {60.4, 61.1}, {599.0, 601.0}};
     for (const TimecodeRate rate : {TimecodeRate{25, false}, TimecodeRate{24, true},
                                     TimecodeRate{30, true}, TimecodeRate{60, true}}) {
         const Edl edl = readEdl(EdlWriter::text(videoSource(rate), keeps, "t"));
+        EXPECT_EQ(edl.fcm, rate.dropFrame() ? "DROP FRAME" : "NON-DROP FRAME");
         ASSERT_EQ(edl.events.size(), keeps.size());
+        // 29.97 and 59.94 are labelled in drop-frame, with ";" before the frames.
+        EXPECT_EQ(edl.events[0].times[0][8], rate.dropFrame() ? ';' : ':');
         qint64 record = 0;
         for (size_t i = 0; i < keeps.size(); ++i) {
             const EventLine& event = edl.events[i];
@@ -190,7 +176,6 @@ TEST(EdlWriter, namesTheTracksEachEventTakes)
     }
     // Sound alone is counted at 25 frames a second.
     const Edl audio = readEdl(EdlWriter::text(audioSource(2), {{1.0, 2.0}}, "t"));
-    EXPECT_EQ(audio.fcm, QStringLiteral("NON-DROP FRAME"));
     EXPECT_EQ(audio.events[0].times[1], QStringLiteral("00:00:02:00"));
 }
 
@@ -209,5 +194,3 @@ TEST(EdlWriter, reelNamesAreAtMostEightPlainCharactersOfTheFileName)
     for (auto [path, reel] : cases)
         EXPECT_EQ(EdlWriter::reelName(QString::fromUtf8(path)), QString::fromLatin1(reel)) << path;
 }
-
-

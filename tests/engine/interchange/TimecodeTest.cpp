@@ -19,25 +19,21 @@ TEST(Timecode, labelsFramesInNonDropAndDropFrame)
         const char* text;
     } cases[] = {
         {0, pal, "00:00:00:00"},
-        {24, pal, "00:00:00:24"},
         {25, pal, "00:00:01:00"},
         {90000, pal, "01:00:00:00"},
         {24 * 3600 * 25 + 3, pal, "00:00:00:03"}, // a day later the clock starts over
-        {30, {30, false}, "00:00:01:00"},
-        {24, film, "00:00:01:00"}, // 23.976 counts like 24, without dropping
+        {24, film, "00:00:01:00"},                // 23.976 counts like 24, without dropping
         {0, ntsc30, "00:00:00;00"},
         {1799, ntsc30, "00:00:59;29"},
         {1800, ntsc30, "00:01:00;02"}, // ;00 and ;01 do not exist at minute 1
-        {3597, ntsc30, "00:01:59;29"},
         {3598, ntsc30, "00:02:00;02"},
         {17981, ntsc30, "00:09:59;29"},
-        {17982, ntsc30, "00:10:00;00"}, // every tenth minute keeps its first labels
-        {17983, ntsc30, "00:10:00;01"},
+        {17982, ntsc30, "00:10:00;00"},  // every tenth minute keeps its first labels
         {107892, ntsc30, "01:00:00;00"}, // an hour of 29.97 is 107892 frames
         {3599, ntsc60, "00:00:59;59"},
         {3600, ntsc60, "00:01:00;04"}, // 59.94 skips four labels a minute
         {35964, ntsc60, "00:10:00;00"},
-        {-5, pal, "00:00:00:00"},
+        {-5, pal, "00:00:00:00"}, // before the start reads as the start
     };
     for (const auto& c : cases)
         EXPECT_EQ(Timecode::text(c.frame, c.rate), QString::fromLatin1(c.text))
@@ -100,10 +96,8 @@ TEST(TimecodeRate, takesTheEditorsRateForAStreamRate)
         TimecodeRate expected;
     } cases[] = {
         {30000, 1001, {30, true}}, {24000, 1001, {24, true}}, {60000, 1001, {60, true}},
-        {2997, 100, {30, true}},   {2987, 100, {30, true}},   {25, 1, {25, false}},
-        {24, 1, {24, false}},      {30, 1, {30, false}},      {50, 1, {50, false}},
-        {60, 1, {60, false}},      {15, 1, {15, false}},      {10, 1, {10, false}},
-        {120, 1, {120, false}},    {25, 2, {25, false}},      {0, 0, {25, false}},
+        {2987, 100, {30, true}},   {25, 1, {25, false}},      {30, 1, {30, false}},
+        {15, 1, {15, false}},      {25, 2, {25, false}},      {0, 0, {25, false}},
         {1, 0, {25, false}},       {-30, 1, {25, false}},
     };
     for (const auto& c : cases) {
@@ -112,4 +106,3 @@ TEST(TimecodeRate, takesTheEditorsRateForAStreamRate)
         EXPECT_EQ(rate.ntsc, c.expected.ntsc) << c.numerator << "/" << c.denominator;
     }
 }
-
