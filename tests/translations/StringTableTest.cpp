@@ -228,17 +228,6 @@ Table* StringTableTest::s_german = nullptr;
 
 } // namespace
 
-TEST_F(StringTableTest, theScanFindsTheKeysOfEveryKindOfCall)
-{
-    // A literal, both sides of a choice, a variable assigned in its file, a count.
-    for (const char* key :
-         {"result.cancel", "result.save.video", "result.save.audio", "saved.hours", "saved.minutes",
-          "saved.seconds", "result.found", "diag.zeroDuration", "Hushpane"})
-        EXPECT_TRUE(s_scan->keys.contains(key)) << key;
-    EXPECT_TRUE(s_scan->countKeys.contains("result.found"));
-    EXPECT_FALSE(s_scan->countKeys.contains("result.cancel"));
-}
-
 TEST_F(StringTableTest, onlyTheListedFilesPutKeysTogetherAtRunTime)
 {
     QStringList expected = runTimeKeys.keys();
