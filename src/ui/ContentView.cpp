@@ -88,14 +88,9 @@ ContentView::Screen ContentView::screen() const
 void ContentView::showScreen()
 {
     const Screen shown = screen();
-    const bool changed = (shown == Screen::welcome) == m_welcome->isHidden() ||
-                         (shown == Screen::work) == m_work->isHidden() ||
-                         (shown == Screen::batch) == m_batchView->isHidden();
     m_welcome->setVisible(shown == Screen::welcome);
     m_work->setVisible(shown == Screen::work);
     m_batchView->setVisible(shown == Screen::batch);
-    if (changed)
-        emit screenChanged();
 }
 
 void ContentView::accept(const QList<QUrl>& locations)

@@ -50,9 +50,6 @@ public:
     // The button Return presses on the current screen, when it can be pressed.
     QPushButton* defaultButton() const;
 
-signals:
-    void screenChanged();
-
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
