@@ -40,8 +40,3 @@ TEST(Sensitivity, everyPresetHasATitleAndAHintInTheStringTable)
     }
     EXPECT_EQ(title(Sensitivity::standard), "Standard");
 }
-
-TEST(TidleSettings, differingOnlyInFrameAccurateAreNotEqual)
-{
-    EXPECT_NE((TidleSettings{-35, 0.6, 0.15, true}), (TidleSettings{-35, 0.6, 0.15, false}));
-}
