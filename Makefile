@@ -3,7 +3,7 @@ RELEASE_DIR := build/release
 DEBUG_DIR   := build/debug
 JOBS        ?= $(shell nproc)
 
-.PHONY: deps build run test bench clean
+.PHONY: deps build run test package bench clean
 
 deps:
 	@bash scripts/install-deps.sh
@@ -22,6 +22,10 @@ test: deps
 	cmake -S . -B $(DEBUG_DIR) -G Ninja -DCMAKE_BUILD_TYPE=Debug -DHUSHPANE_SANITIZE=ON
 	cmake --build $(DEBUG_DIR) -j $(JOBS)
 	cd $(DEBUG_DIR) && ctest --output-on-failure -j $(JOBS)
+
+# The Debian package of the Release tree: build/release/hushpane_<version>_<arch>.deb
+package: build
+	cd $(RELEASE_DIR) && cpack -G DEB
 
 # Benchmarks against the ffmpeg command-line tool, printed as ratios. The first run makes
 # the fixtures (several minutes); the frame-accurate export comparison takes several more.

@@ -20,6 +20,12 @@ packages=(
   dbus-daemon
   # tests: an independent XML reader for the recent-files list
   libxml2-utils
+  # tests: the validators of the installed .desktop entry and AppStream metadata
+  desktop-file-utils appstream
+  # make package: the shared-library dependencies of the Debian package
+  dpkg-dev
+  # German buttons in Qt's own dialogs (and the test that checks them)
+  qt6-translations-l10n
   # benchmarks: wall time and peak memory of a process (/usr/bin/time)
   time
 )

@@ -429,6 +429,22 @@
         <source>&amp;Save…</source>
         <translation>&amp;Save…</translation>
     </message>
+    <message id="menu.saveCutList">
+        <source>Save &amp;Cut List…</source>
+        <translation>Save &amp;Cut List…</translation>
+    </message>
+    <message id="result.cutList">
+        <source>Save cut list…</source>
+        <translation>Save cut list…</translation>
+    </message>
+    <message id="panel.cutList">
+        <source>Save a cut list for video editors: an EDL and a Final Cut Pro XML file under this name</source>
+        <translation>Save a cut list for video editors: an EDL and a Final Cut Pro XML file under this name</translation>
+    </message>
+    <message id="cutList.failed">
+        <source>The cut list could not be saved</source>
+        <translation>The cut list could not be saved</translation>
+    </message>
     <message id="menu.quit">
         <source>&amp;Quit</source>
         <translation>&amp;Quit</translation>

@@ -4,14 +4,17 @@
 #include "BatchModel.h"
 #include "BatchView.h"
 #include "BrandButton.h"
+#include "CutListFiles.h"
 #include "FilePanels.h"
 #include "Localization.h"
 #include "ResultSection.h"
+#include "UserMessage.h"
 #include "WelcomeScreen.h"
 #include "WorkScreen.h"
 
 #include <QDragEnterEvent>
 #include <QFileInfo>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QVBoxLayout>
 
@@ -56,6 +59,7 @@ ContentView::ContentView(AppModel& model, BatchModel& batch, QWidget* parent)
     connect(m_welcome, &WelcomeScreen::pickRequested, this, &ContentView::pickFile);
     connect(m_work, &WorkScreen::pickRequested, this, &ContentView::pickFile);
     connect(m_work, &WorkScreen::saveRequested, this, &ContentView::saveAndTidle);
+    connect(m_work, &WorkScreen::cutListRequested, this, &ContentView::saveCutList);
     connect(&m_batch, &BatchModel::itemsChanged, this, &ContentView::showScreen);
     connect(&m_model, &AppModel::inputURLChanged, this, &ContentView::showScreen);
     connect(&m_model, &AppModel::phaseChanged, this, [this] {
@@ -140,6 +144,30 @@ void ContentView::saveAndTidle()
         localized(analysis->hasVideo ? "panel.save.video" : "panel.save.audio"));
     if (destination)
         m_model.tidle(*destination);
+}
+
+bool ContentView::canSaveCutList() const
+{
+    return screen() == Screen::work && !m_model.inputURL().isEmpty() && m_model.analysis() &&
+           m_model.phase() == AppModel::Phase::ready;
+}
+
+void ContentView::saveCutList()
+{
+    if (!canSaveCutList())
+        return;
+    const QFileInfo input(m_model.inputURL().toLocalFile());
+    const std::optional<QUrl> destination =
+        m_panels->chooseDestination(window(), input.absolutePath(), input.completeBaseName(),
+                                    QStringLiteral("edl"), localized("panel.cutList"));
+    if (!destination)
+        return;
+    try {
+        CutListFiles::write(input.absoluteFilePath(), m_model.analysis()->keeps,
+                            destination->toLocalFile());
+    } catch (const std::exception& error) {
+        QMessageBox::warning(window(), localized("cutList.failed"), userMessage(error));
+    }
 }
 
 bool ContentView::acceptsDrops() const

@@ -40,6 +40,11 @@ public:
     void pickFolder();
     // Asks where to write the new file, then writes it.
     void saveAndTidle();
+    // Asks for a base name, then writes the kept spans as name.edl and name.xml for video
+    // editors; a failure is shown in a message box.
+    void saveCutList();
+    // Whether there is an analysis to write a cut list of.
+    bool canSaveCutList() const;
     // Whether a drop would be taken now.
     bool acceptsDrops() const;
     // The button Return presses on the current screen, when it can be pressed.

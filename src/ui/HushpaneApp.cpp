@@ -106,7 +106,8 @@ int runApplication(QApplication& app, const LaunchRequest& request)
     QApplication::setApplicationName(QStringLiteral("Hushpane"));
     QApplication::setOrganizationName(QStringLiteral("Hushpane"));
     QApplication::setApplicationVersion(QStringLiteral(HUSHPANE_VERSION));
-    QApplication::setDesktopFileName(QStringLiteral("hushpane"));
+    // Desktops match the window to its .desktop entry (and so its icon and name) by this id.
+    QApplication::setDesktopFileName(QStringLiteral(HUSHPANE_APP_ID));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/hushpane.svg")));
     installStringTables();
 

@@ -47,6 +47,8 @@ void MainWindow::buildMenus()
                                    &ContentView::pickFolder);
     m_save = file->addAction(localized("menu.save"), QKeySequence::Save, m_content,
                              &ContentView::saveAndTidle);
+    m_saveCutList =
+        file->addAction(localized("menu.saveCutList"), m_content, &ContentView::saveCutList);
     file->addSeparator();
     QAction* quit =
         file->addAction(localized("menu.quit"), QKeySequence::Quit, this, &QWidget::close);
@@ -86,6 +88,7 @@ void MainWindow::updateActions()
     m_save->setEnabled(m_content->screen() == ContentView::Screen::work &&
                        m_model.phase() == AppModel::Phase::ready && analysis &&
                        analysis->removedSeconds() >= ResultTexts::minRemovedSeconds);
+    m_saveCutList->setEnabled(m_content->canSaveCutList());
 }
 
 void MainWindow::resizeEvent(QResizeEvent* event)

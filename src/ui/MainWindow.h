@@ -16,6 +16,7 @@ public:
 
     ContentView* content() const { return m_content; }
     QAction* saveAction() const { return m_save; }
+    QAction* saveCutListAction() const { return m_saveCutList; }
     QAction* aboutAction() const { return m_about; }
 
 signals:
@@ -42,6 +43,7 @@ private:
     QAction* m_open = nullptr;
     QAction* m_openFolder = nullptr;
     QAction* m_save = nullptr;
+    QAction* m_saveCutList = nullptr;
     QAction* m_about = nullptr;
     bool m_shown = false;
 };

@@ -8,6 +8,7 @@
 #include "FormatTime.h"
 #include "HeroPercent.h"
 #include "Labels.h"
+#include "LinkButton.h"
 #include "Localization.h"
 #include "ResultTexts.h"
 #include "Spinner.h"
@@ -129,10 +130,18 @@ QWidget* ResultSection::makeReadyRow()
 
     m_hero = new HeroPercent(row);
     m_save = new BrandButton(QString(), row);
+    // The cut list is for the few who finish in a video editor: a quiet link under the save
+    // button, not a second button beside it.
+    m_cutList = new LinkButton(localized("result.cutList"), row);
+    auto* actions = new QVBoxLayout;
+    actions->setSpacing(2);
+    actions->addWidget(m_save);
+    actions->addWidget(m_cutList, 0, Qt::AlignRight);
     layout->addWidget(m_summary, 1);
     layout->addWidget(m_hero);
-    layout->addWidget(m_save);
+    layout->addLayout(actions);
     connect(m_save, &QPushButton::clicked, this, &ResultSection::saveRequested);
+    connect(m_cutList, &QPushButton::clicked, this, &ResultSection::cutListRequested);
     return row;
 }
 
@@ -229,6 +238,7 @@ void ResultSection::showPlan()
         m_summary->hide();
         m_hero->setPercent(std::nullopt);
         m_save->setEnabled(false);
+        m_cutList->setEnabled(false);
         return;
     }
     const double kept = analysis->keptSeconds();
@@ -250,6 +260,7 @@ void ResultSection::showPlan()
     m_hero->setPercent(ResultTexts::heroPercent(removed, analysis->duration));
     m_save->setText(localized(analysis->hasVideo ? "result.save.video" : "result.save.audio"));
     m_save->setEnabled(!nothingRemoved);
+    m_cutList->setEnabled(true);
     m_savingText->setText(
         localized(analysis->hasVideo ? "result.saving.video" : "result.saving.audio"));
 }

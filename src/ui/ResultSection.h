@@ -6,6 +6,7 @@ class AppModel;
 class BrandButton;
 class ElidedLabel;
 class HeroPercent;
+class LinkButton;
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -32,6 +33,7 @@ public:
     QString summaryText() const;
     HeroPercent* heroPercent() const { return m_hero; }
     BrandButton* saveButton() const { return m_save; }
+    LinkButton* cutListLink() const { return m_cutList; }
     QLabel* savingPercent() const { return m_savingPercent; }
     QProgressBar* savingBar() const { return m_savingBar; }
     ElidedLabel* doneText() const { return m_doneText; }
@@ -44,6 +46,7 @@ public:
 
 signals:
     void saveRequested();
+    void cutListRequested();
 
 private:
     QWidget* makeAnalyzingRow();
@@ -75,6 +78,7 @@ private:
     QLabel* m_summaryLengths = nullptr;
     HeroPercent* m_hero = nullptr;
     BrandButton* m_save = nullptr;
+    LinkButton* m_cutList = nullptr;
 
     QWidget* m_encoding = nullptr;
     QLabel* m_savingText = nullptr;

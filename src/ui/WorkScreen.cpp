@@ -28,4 +28,5 @@ WorkScreen::WorkScreen(AppModel& model, QWidget* parent)
 
     connect(m_header, &FileHeader::pickRequested, this, &WorkScreen::pickRequested);
     connect(m_result, &ResultSection::saveRequested, this, &WorkScreen::saveRequested);
+    connect(m_result, &ResultSection::cutListRequested, this, &WorkScreen::cutListRequested);
 }

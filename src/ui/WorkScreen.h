@@ -22,6 +22,7 @@ public:
 signals:
     void pickRequested();
     void saveRequested();
+    void cutListRequested();
 
 private:
     FileHeader* m_header;

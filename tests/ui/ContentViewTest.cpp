@@ -21,11 +21,13 @@
 #include "WindowTestFixture.h"
 #include "WorkScreen.h"
 
+#include <QAction>
 #include <QCheckBox>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QProgressBar>
+#include <QRegularExpression>
 #include <QSlider>
 #include <QTemporaryDir>
 #include <QTest>
@@ -329,3 +331,39 @@ TEST_F(ContentViewTest, PlayControlAndTimeFollowThePreview)
 }
 
 } // namespace
+
+TEST_F(ContentViewTest, TheCutListCommandWritesAnEdlAndAnXmlOfTheCurrentKeeps)
+{
+    QAction* menuItem = m_app->window().saveCutListAction();
+    EXPECT_FALSE(menuItem->isEnabled());
+    const QUrl talk = copyInto(DocumentFixtures::speechWithPauses(), "talk.wav");
+    ASSERT_TRUE(openAndWait(talk.toLocalFile()));
+    ASSERT_EQ(model().phase(), Phase::ready);
+    EXPECT_TRUE(menuItem->isEnabled());
+    EXPECT_TRUE(result()->cutListLink()->isVisible());
+    // A pause given back joins two keeps, and the cut list follows.
+    model().toggleSilence(0);
+    const std::size_t keeps = model().analysis()->keeps.size();
+
+    m_panels->destination = QUrl::fromLocalFile(m_folder.filePath("talk cuts.edl"));
+    menuItem->trigger();
+    EXPECT_EQ(m_panels->askedName, "talk");
+    EXPECT_EQ(m_panels->askedExtension, "edl");
+    EXPECT_EQ(m_panels->askedMessage, localized("panel.cutList"));
+    QFile edl(m_folder.filePath("talk cuts.edl"));
+    QFile xml(m_folder.filePath("talk cuts.xml"));
+    ASSERT_TRUE(edl.open(QIODevice::ReadOnly));
+    ASSERT_TRUE(xml.open(QIODevice::ReadOnly));
+    const QString edlText = QString::fromUtf8(edl.readAll());
+    EXPECT_TRUE(edlText.startsWith("TITLE: talk cuts\n"));
+    EXPECT_EQ(edlText.count(QRegularExpression("^\\d{3}  ", QRegularExpression::MultilineOption)),
+              qsizetype(keeps));
+    EXPECT_TRUE(QString::fromUtf8(xml.readAll()).contains(talk.toString(QUrl::FullyEncoded)));
+
+    // The link under the save button does the same; a cancelled dialog writes nothing.
+    m_panels->destination = std::nullopt;
+    m_panels->askedName.clear();
+    result()->cutListLink()->click();
+    EXPECT_EQ(m_panels->askedName, "talk");
+    EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files).size(), 3);
+}
