@@ -336,7 +336,7 @@ TEST_F(ContentViewTest, TheCutListCommandWritesAnEdlAndAnXmlOfTheCurrentKeeps)
 {
     QAction* menuItem = m_app->window().saveCutListAction();
     EXPECT_FALSE(menuItem->isEnabled());
-    const QUrl talk = copyInto(DocumentFixtures::speechWithPauses(), "talk.wav");
+    const QUrl talk = copyInto(Recordings::speechWithPauses(), "talk.wav");
     ASSERT_TRUE(openAndWait(talk.toLocalFile()));
     ASSERT_EQ(model().phase(), Phase::ready);
     EXPECT_TRUE(menuItem->isEnabled());
