@@ -61,6 +61,7 @@ labels_for() { # patch
     while read -r file; do
         case "$file" in
         src/engine/export/*) labels+=(export_tests) ;;
+        src/engine/interchange/*) labels+=(interchange_tests) ;;
         src/engine/media/*) labels+=(engine_media_tests export_tests) ;;
         src/engine/*) labels+=(engine_tests engine_media_tests) ;;
         src/services/*) labels+=(services_tests) ;;
