@@ -4,7 +4,8 @@
 #
 #   tests/mutations/run.sh [NN-name.patch ...]     (default: every patch here)
 #
-# The copy is a clone of the repository at HEAD (uncommitted changes are not part of it) in
+# The copy is a clone of the repository at HEAD, or at $MUTATION_REV when set (uncommitted
+# changes are not part of it), in
 # $MUTATION_DIR (default build/mutation), built once as a plain Debug build without
 # sanitizers and then incrementally: the tree is reset after every fault. Tests of the layers
 # a patch touches run first and settle "caught" quickly; a fault they miss is only counted as
@@ -33,9 +34,9 @@ if [ -n "$(git -C "$root" status --porcelain -- src tests CMakeLists.txt)" ]; th
 fi
 
 # The clean copy, at the commit checked out in the repository.
-commit=$(git -C "$root" rev-parse HEAD)
+commit=$(git -C "$root" rev-parse "${MUTATION_REV:-HEAD}^{commit}")
 [ -d "$tree/.git" ] || git clone -q --no-checkout "$root" "$tree"
-git -C "$tree" fetch -q "$root" HEAD
+git -C "$tree" fetch -q "$root" "$commit"
 git -C "$tree" checkout -q --detach FETCH_HEAD
 git -C "$tree" reset -q --hard
 git -C "$tree" clean -qfd
