@@ -65,6 +65,12 @@ void BatchModel::setSensitivity(Sensitivity sensitivity)
     emit sensitivityChanged();
 }
 
+void BatchModel::setAnalyzer(Analyzer analyzer)
+{
+    if (!m_running)
+        m_analyzer = std::move(analyzer);
+}
+
 void BatchModel::setItems(const QList<QUrl>& locations)
 {
     if (m_running)
@@ -181,7 +187,8 @@ void BatchModel::process(int index, const QUrl& location, const TidleSettings& s
     const QString input = location.toLocalFile();
     Analysis analysis;
     try {
-        analysis = m_engine.analyze(input, settings);
+        analysis =
+            m_analyzer ? m_analyzer(m_engine, input, settings) : m_engine.analyze(input, settings);
     } catch (const TidleError& error) {
         switch (error.kind()) {
         case TidleError::Kind::cancelled:

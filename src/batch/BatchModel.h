@@ -10,6 +10,7 @@
 #include <QObject>
 #include <QUrl>
 #include <atomic>
+#include <functional>
 
 // Many recordings processed one after another with one preset: folders expand one level,
 // each file is analysed and, when there is something to remove, written beside itself.
@@ -45,6 +46,12 @@ public:
     // Empties the list unless a run is in progress.
     Q_INVOKABLE void clear();
 
+    // How each file of a run is analysed, on the worker: the engine's own analysis unless
+    // replaced. Ignored while running.
+    using Analyzer =
+        std::function<Analysis(TidleEngine& engine, const QString& path, const TidleSettings&)>;
+    void setAnalyzer(Analyzer analyzer);
+
     // "n files · n done · n skipped", the last two only when not zero.
     static QString summarize(const QList<BatchItem>& items);
     // The settings a run uses for a preset; custom has no numbers and runs as standard.
@@ -73,6 +80,7 @@ private:
     Sensitivity m_sensitivity = Sensitivity::standard;
 
     // Written on the main thread, read by the worker.
+    Analyzer m_analyzer;
     std::atomic<bool> m_cancelRequested{false};
     std::atomic<bool> m_closing{false};
     // Set by the worker while a run's job executes, so the destructor knows what to wait for.

@@ -1,9 +1,11 @@
 #include "Fixtures.h"
+#include "Recordings.h"
 
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
+#include <QJsonObject>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -76,39 +78,37 @@ TEST(CommandLineMode, withoutAnInputPrintsTheUsageAndExitsWithTwo)
     }
 }
 
-TEST(CommandLineMode, aRecordingWithoutPausesIsWrittenWhole)
+// The report, then a percentage counting up on one line until "done" goes over it.
+TEST(CommandLineMode, reportsThePlanAndWritesTheKeptSound)
 {
-    QTemporaryDir folder;
-    const QString output = folder.filePath("out.m4a");
-    const auto result = runHushpane({"--cli", steadyTone(), output});
-    EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.standardError, "");
-    const QStringList printed = lines(result.standardOutput);
-    ASSERT_EQ(printed.size(), 4) << result.standardOutput.toStdString();
-    EXPECT_EQ(printed[0], "duration: 0:03");
-    EXPECT_EQ(printed[1], "pauses:   0, removing 0:00");
-    EXPECT_EQ(printed[2], "keeping:  0:03 across 1 segments");
-    // The percentage counts up on one line, ends at 100 and "done" goes over it.
-    EXPECT_TRUE(printed[3].endsWith("\r100.0%\rdone: " + output)) << printed[3].toStdString();
-    EXPECT_TRUE(
-        QRegularExpression(R"(^(\r[ \d]{2}\d\.\d%)+\rdone: )").match(printed[3]).hasMatch());
-    EXPECT_EQ(Fixtures::decodeErrors(output), "");
-    EXPECT_NEAR(Fixtures::probeDuration(output), 3.0, 0.03);
-}
-
-TEST(CommandLineMode, anAllQuietRecordingKeepsItsPaddedEnds)
-{
-    QTemporaryDir folder;
-    const QString output = folder.filePath("out.m4a");
-    const auto result = runHushpane({"--cli", allQuiet(), output});
-    EXPECT_EQ(result.exitCode, 0);
-    const QStringList printed = lines(result.standardOutput);
-    ASSERT_GE(printed.size(), 3);
-    EXPECT_EQ(printed[0], "duration: 0:03");
-    EXPECT_EQ(printed[1], "pauses:   1, removing 0:03");
-    EXPECT_EQ(printed[2], "keeping:  0:00 across 2 segments");
-    // The first and the last 0.15 s.
-    EXPECT_NEAR(Fixtures::probeDuration(output), 0.3, 0.03);
+    const struct {
+        QString (*input)();
+        QStringList report;
+        double outputSeconds;
+    } rows[] = {
+        {steadyTone,
+         {"duration: 0:03", "pauses:   0, removing 0:00", "keeping:  0:03 across 1 segments"},
+         3.0},
+        // The first and the last 0.15 s.
+        {allQuiet,
+         {"duration: 0:03", "pauses:   1, removing 0:03", "keeping:  0:00 across 2 segments"},
+         0.3},
+    };
+    for (const auto& row : rows) {
+        QTemporaryDir folder;
+        const QString output = folder.filePath("out.m4a");
+        const auto result = runHushpane({"--cli", row.input(), output});
+        EXPECT_EQ(result.exitCode, 0);
+        EXPECT_EQ(result.standardError, "");
+        const QStringList printed = lines(result.standardOutput);
+        ASSERT_EQ(printed.size(), 4) << result.standardOutput.toStdString();
+        EXPECT_EQ(printed.mid(0, 3), row.report);
+        EXPECT_TRUE(printed[3].endsWith("\r100.0%\rdone: " + output)) << printed[3].toStdString();
+        EXPECT_TRUE(
+            QRegularExpression(R"(^(\r[ \d]{2}\d\.\d%)+\rdone: )").match(printed[3]).hasMatch());
+        EXPECT_EQ(Fixtures::decodeErrors(output), "");
+        EXPECT_NEAR(Fixtures::probeDuration(output), row.outputSeconds, 0.03);
+    }
 }
 
 TEST(CommandLineMode, aBrokenFileGivesTheErrorLineAndStatusOne)
@@ -129,7 +129,7 @@ TEST(CommandLineMode, aBrokenFileGivesTheErrorLineAndStatusOne)
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"broken.m4a"});
 }
 
-TEST(CommandLineMode, writesBesideTheInputUnderTheDefaultName)
+TEST(CommandLineMode, writesBesideTheInputUnderTheDefaultNameAndIgnoresAThirdPath)
 {
     QTemporaryDir folder;
     const QString input = folder.filePath("talk.final.m4a");
@@ -139,23 +139,14 @@ TEST(CommandLineMode, writesBesideTheInputUnderTheDefaultName)
     const QString output = folder.filePath("talk.final_tidled.mp4");
     EXPECT_TRUE(result.standardOutput.endsWith("\rdone: " + output + "\n"));
     // The name says .mp4; the sound-only container is what goes in.
-    EXPECT_EQ(Fixtures::probe(output)
-                  .value("format")
-                  .toObject()
-                  .value("tags")
-                  .toObject()
-                  .value("major_brand")
-                  .toString(),
-              "M4A ");
-}
+    const QJsonObject format = Fixtures::probe(output).value("format").toObject();
+    EXPECT_EQ(format.value("tags").toObject().value("major_brand").toString(), "M4A ");
 
-TEST(CommandLineMode, ignoresAThirdPath)
-{
-    QTemporaryDir folder;
-    const auto result = runHushpane(
-        {"--cli", steadyTone(), folder.filePath("out.m4a"), folder.filePath("extra.m4a")});
-    EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"out.m4a"});
+    EXPECT_EQ(runHushpane({"--cli", input, folder.filePath("out.m4a"), folder.filePath("x.m4a")})
+                  .exitCode,
+              0);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+              (QStringList{"out.m4a", "talk.final.m4a", "talk.final_tidled.mp4"}));
 }
 
 TEST(CommandLineMode, fastBeforeCliCopiesTheVideo)
@@ -212,22 +203,13 @@ TEST(CommandLineMode, anExportFailureFollowsTheReport)
               "file or directory.");
 }
 
-// 30 s of 640x360 H.264 with a tone: a re-encode long enough to be interrupted.
-QString longVideo()
-{
-    return Fixtures::makeWithFfmpeg(
-        "cli-long.mp4", {"-f", "lavfi", "-i", "testsrc2=s=640x360:r=25:d=30", "-f", "lavfi", "-i",
-                         "sine=f=440:d=30:sample_rate=48000", "-c:v", "libx264", "-preset",
-                         "ultrafast", "-pix_fmt", "yuv420p", "-c:a", "aac"});
-}
-
 class InterruptedExport : public testing::TestWithParam<int> {};
 
 TEST_P(InterruptedExport, cancelsAndLeavesOnlyTheInput)
 {
     QTemporaryDir folder;
     const QString input = folder.filePath("talk.mp4");
-    ASSERT_TRUE(QFile::copy(longVideo(), input));
+    ASSERT_TRUE(QFile::copy(Recordings::longVideo(), input));
     QProcess process;
     process.start(HUSHPANE_BINARY, {"--cli", input});
     ASSERT_TRUE(process.waitForStarted());

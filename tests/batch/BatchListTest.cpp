@@ -2,7 +2,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -114,26 +113,6 @@ TEST_F(BatchList, aNewListStartsEveryItemWaitingWithANewIdentity)
         }
     }
     EXPECT_EQ(ids.size(), first.size() + second.size());
-}
-
-TEST_F(BatchList, everyAssignmentIsAnnouncedEvenOfAnEqualValue)
-{
-    QSignalSpy items(&m_model, &BatchModel::itemsChanged);
-    QSignalSpy sensitivity(&m_model, &BatchModel::sensitivityChanged);
-    m_model.clear();
-    m_model.clear();
-    m_model.setSensitivity(Sensitivity::standard);
-    m_model.setSensitivity(Sensitivity::standard);
-    m_model.setSensitivity(Sensitivity::aggressive);
-    EXPECT_EQ(items.count(), 2);
-    EXPECT_EQ(sensitivity.count(), 3);
-    EXPECT_EQ(m_model.property("sensitivity").value<Sensitivity>(), Sensitivity::aggressive);
-
-    listed({"talks"});
-    ASSERT_FALSE(m_model.items().isEmpty());
-    m_model.clear();
-    EXPECT_TRUE(m_model.items().isEmpty());
-    EXPECT_EQ(items.count(), 4);
 }
 
 TEST(BatchSettings, presetsGiveTheirNumbersCustomRunsAsStandardAndAllReencode)

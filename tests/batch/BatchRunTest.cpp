@@ -4,6 +4,7 @@
 #include "Fixtures.h"
 #include "Localization.h"
 #include "PreferenceSandbox.h"
+#include "Recordings.h"
 #include "Stats.h"
 #include "TidleEngine.h"
 #include "UserMessage.h"
@@ -15,7 +16,9 @@
 #include <QJsonObject>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <future>
 #include <map>
+#include <mutex>
 
 // Readable failure messages.
 static void PrintTo(const QString& text, std::ostream* out)
@@ -25,58 +28,12 @@ static void PrintTo(const QString& text, std::ostream* out)
 
 namespace {
 
-// Real recordings made by espeak-ng and ffmpeg, one for every way a file can end.
-QString speechWithPauses()
-{
-    const QString first =
-        Fixtures::makeSpeech("batch-first.wav", "The first part of this talk is short.");
-    const QString second =
-        Fixtures::makeSpeech("batch-second.wav", "After a long silence the talk goes on.");
-    return Fixtures::makeWithFfmpeg("batch-speech-pauses.wav",
-                                    {"-i", first, "-f", "lavfi", "-t", "1.5", "-i",
-                                     "anullsrc=r=22050:cl=mono", "-i", second, "-filter_complex",
-                                     "[0:a][1:a][2:a]concat=n=3:v=0:a=1"});
-}
-
-QString toneWithoutPause()
-{
-    return Fixtures::makeWithFfmpeg("batch-tone.wav",
-                                    {"-f", "lavfi", "-i", "sine=frequency=440:duration=3"});
-}
-
 // The presets all pad cuts by at least 0.1 s, which keeps something of any quiet file long
 // enough to hold a pause; only a file shorter than the shortest keep has nothing to keep.
 QString quietBlip()
 {
     return Fixtures::makeWithFfmpeg(
         "batch-quiet-blip.wav", {"-f", "lavfi", "-i", "anullsrc=r=16000:cl=mono", "-t", "0.04"});
-}
-
-QString videoWithoutSound()
-{
-    return Fixtures::makeWithFfmpeg("batch-mute-video.mp4",
-                                    {"-f", "lavfi", "-i", "testsrc2=size=160x120:rate=10", "-t",
-                                     "2", "-c:v", "libx264", "-pix_fmt", "yuv420p"});
-}
-
-// Long enough that its export is still running when the test reacts to its progress.
-QString longVideoWithPauses()
-{
-    return Fixtures::makeWithFfmpeg(
-        "batch-long-video.mp4",
-        {"-f", "lavfi", "-i", "testsrc2=size=640x360:rate=25:duration=40", "-f", "lavfi", "-i",
-         "aevalsrc=0.3*sin(2*PI*440*t)*lt(mod(t\\,4)\\,2):s=44100:d=40", "-c:v", "libx264",
-         "-preset", "ultrafast", "-pix_fmt", "yuv420p", "-c:a", "aac", "-shortest"});
-}
-
-void writeGarbage(const QString& path)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    QByteArray bytes;
-    for (int i = 0; i < 4096; ++i)
-        bytes.append(char((i * 7919) % 251));
-    file.write(bytes);
 }
 
 bool waitForEndOfRun(BatchModel& model, qint64 timeoutMs = 240000)
@@ -124,6 +81,7 @@ protected:
         EXPECT_TRUE(QFile::copy(fixture, target)) << name.toStdString();
         return target;
     }
+    QString filePath(const QString& name) const { return QDir(m_folder.path()).filePath(name); }
     QStringList folderEntries() const
     {
         QStringList names = QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden);
@@ -146,12 +104,11 @@ template <typename T> bool is(const BatchItem::Status& status)
 
 TEST_F(BatchRun, oneRunOverAFolderMeetsEveryOutcome)
 {
-    const QString speech = place(speechWithPauses(), "speech.wav");
-    place(toneWithoutPause(), "tone.wav");
+    const QString speech = place(Recordings::speechWithPauses(), "speech.wav");
+    place(Recordings::steadyTone(), "tone.wav");
     place(quietBlip(), "blip.wav");
-    place(videoWithoutSound(), "mute.mp4");
-    const QString broken = QDir(m_folder.path()).filePath("broken.mp4");
-    writeGarbage(broken);
+    place(Recordings::videoWithoutSound(), "mute.mp4");
+    const QString broken = place(Recordings::brokenFile(), "broken.mp4");
     const QStringList inputs = folderEntries();
 
     m_model.setItems({QUrl::fromLocalFile(m_folder.path())});
@@ -245,10 +202,10 @@ TEST_F(BatchRun, oneRunOverAFolderMeetsEveryOutcome)
 
 TEST_F(BatchRun, stopDuringTheSecondOfFiveFilesEndsTheRunWithoutANotification)
 {
-    QList<QUrl> files = {QUrl::fromLocalFile(place(speechWithPauses(), "a.wav")),
-                         QUrl::fromLocalFile(place(longVideoWithPauses(), "b.mp4"))};
+    QList<QUrl> files = {QUrl::fromLocalFile(place(Recordings::speechWithPauses(), "a.wav")),
+                         QUrl::fromLocalFile(place(Recordings::longVideo(), "b.mp4"))};
     for (const char* name : {"c.wav", "d.wav", "e.wav"})
-        files.append(QUrl::fromLocalFile(place(toneWithoutPause(), name)));
+        files.append(QUrl::fromLocalFile(place(Recordings::steadyTone(), name)));
     const QStringList inputs = folderEntries();
     m_model.setItems(files);
     ASSERT_EQ(m_model.items().size(), 5);
@@ -283,8 +240,8 @@ TEST_F(BatchRun, theListIsFixedWhileRunningAndAnEmptyListDoesNotRun)
     EXPECT_FALSE(m_model.isRunning());
     EXPECT_EQ(running.count(), 0);
 
-    const QUrl tone = QUrl::fromLocalFile(place(toneWithoutPause(), "tone.wav"));
-    const QUrl speech = QUrl::fromLocalFile(place(speechWithPauses(), "speech.wav"));
+    const QUrl tone = QUrl::fromLocalFile(place(Recordings::steadyTone(), "tone.wav"));
+    const QUrl speech = QUrl::fromLocalFile(place(Recordings::speechWithPauses(), "speech.wav"));
     m_model.setItems({tone, speech});
     m_model.run();
     ASSERT_TRUE(m_model.isRunning());
@@ -312,7 +269,7 @@ TEST_F(BatchRun, theListIsFixedWhileRunningAndAnEmptyListDoesNotRun)
 
 TEST_F(BatchRun, aLongFailureTextIsCutAndTheInputIsNeverWrittenOver)
 {
-    const QString speech = place(speechWithPauses(), "speech.wav");
+    const QString speech = place(Recordings::speechWithPauses(), "speech.wav");
     // A link where the output would go leads back to the input: the engine refuses to write,
     // with a text longer than the list shows.
     ASSERT_TRUE(QFile::link(speech, QDir(m_folder.path()).filePath("speech (no pauses).m4a")));
@@ -337,8 +294,8 @@ TEST_F(BatchRun, aLongFailureTextIsCutAndTheInputIsNeverWrittenOver)
 
 TEST_F(BatchRun, aRunWithNothingWrittenPostsNoNotification)
 {
-    m_model.setItems({QUrl::fromLocalFile(place(toneWithoutPause(), "tone.wav")),
-                      QUrl::fromLocalFile(place(videoWithoutSound(), "mute.mp4"))});
+    m_model.setItems({QUrl::fromLocalFile(place(Recordings::steadyTone(), "tone.wav")),
+                      QUrl::fromLocalFile(place(Recordings::videoWithoutSound(), "mute.mp4"))});
     m_model.run();
     ASSERT_TRUE(waitForEndOfRun(m_model));
     EXPECT_EQ(m_model.summary(), localizedCount("batch.summary.files", 2) + " · " +
@@ -352,7 +309,7 @@ TEST(BatchShutdown, aModelDestroyedMidRunStopsItsFileAndLeavesNothingBehind)
     QTemporaryDir folder;
     ASSERT_TRUE(folder.isValid());
     const QString input = QDir(folder.path()).filePath("long.mp4");
-    ASSERT_TRUE(QFile::copy(longVideoWithPauses(), input));
+    ASSERT_TRUE(QFile::copy(Recordings::longVideo(), input));
     int notifications = 0;
     Completion::setDelivery([&](const QString&, const QString&) { ++notifications; });
     {
@@ -377,4 +334,121 @@ TEST(BatchShutdown, aModelDestroyedMidRunStopsItsFileAndLeavesNothingBehind)
     Completion::setDelivery({});
     EXPECT_EQ(notifications, 0);
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"long.mp4"});
+}
+
+// The engine's analysis of the file with the plan replaced: the run decides on the numbers
+// alone, and what it writes follows the plan.
+TEST_F(BatchRun, aFileIsWrittenOnlyWhenMoreThanAHundredthOfASecondGoes)
+{
+    const struct {
+        const char* name;
+        double duration;
+        std::vector<Segment> keeps;
+        bool written;
+    } rows[] = {
+        {"exactly.wav", 0.02, {{0.0, 0.01}}, false},
+        {"nothing.wav", 3.0, {{0.0, 3.0}}, false},
+        {"more-kept-than-there-is.wav", 3.0, {{0.0, 3.5}}, false},
+        {"just-over.wav", 3.0, {{0.0, 2.989}}, true},
+    };
+    QList<QUrl> files;
+    for (const auto& row : rows)
+        files.append(QUrl::fromLocalFile(place(Recordings::steadyTone(), row.name)));
+    m_model.setAnalyzer(
+        [&rows](TidleEngine& engine, const QString& path, const TidleSettings& settings) {
+            Analysis analysis = engine.analyze(path, settings);
+            for (const auto& row : rows) {
+                if (path.endsWith(QLatin1String(row.name))) {
+                    analysis.duration = row.duration;
+                    analysis.keeps = row.keeps;
+                }
+            }
+            return analysis;
+        });
+    m_model.setItems(files);
+    m_model.run();
+    ASSERT_TRUE(waitForEndOfRun(m_model));
+
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const BatchItem* item = itemNamed(m_model, row.name);
+        ASSERT_NE(item, nullptr);
+        const QString output =
+            filePath(QFileInfo(row.name).completeBaseName() + " (no pauses).m4a");
+        EXPECT_EQ(QFile::exists(output), row.written);
+        if (row.written) {
+            ASSERT_TRUE(is<BatchItem::Done>(item->status));
+            EXPECT_NEAR(Fixtures::probeDuration(output), 2.989, 0.03);
+        } else {
+            EXPECT_EQ(item->status,
+                      BatchItem::Status(BatchItem::Skipped{localized("batch.skip.noPauses")}));
+        }
+    }
+}
+
+TEST_F(BatchRun, twoInputsWithTheSameOutputNameBothEndDoneWithIt)
+{
+    place(Recordings::speechWithPauses(), "talk.wav");
+    place(Recordings::speechWithPauses(), "talk.WAV");
+    const QStringList inputs = folderEntries();
+    m_model.setItems({QUrl::fromLocalFile(m_folder.path())});
+    m_model.run();
+    ASSERT_TRUE(waitForEndOfRun(m_model));
+
+    const QUrl output = QUrl::fromLocalFile(filePath("talk (no pauses).m4a"));
+    ASSERT_EQ(m_model.items().size(), 2);
+    for (const BatchItem& item : m_model.items()) {
+        ASSERT_TRUE(is<BatchItem::Done>(item.status)) << item.url.fileName().toStdString();
+        EXPECT_EQ(std::get<BatchItem::Done>(item.status).output, output);
+    }
+    QStringList expectedFiles = inputs;
+    expectedFiles << "talk (no pauses).m4a";
+    expectedFiles.sort();
+    EXPECT_EQ(folderEntries(), expectedFiles);
+}
+
+// The first file's analysis waits until the preset has changed: the rest of the run still
+// uses the preset it started with.
+TEST_F(BatchRun, aPresetChosenMidRunAppliesToTheNextRun)
+{
+    QList<QUrl> files;
+    for (const char* name : {"a.wav", "b.wav", "c.wav"})
+        files.append(QUrl::fromLocalFile(place(Recordings::steadyTone(), name)));
+    std::promise<void> presetChanged;
+    std::shared_future<void> changed = presetChanged.get_future().share();
+    std::mutex mutex;
+    std::vector<double> thresholds;
+    m_model.setAnalyzer(
+        [&](TidleEngine& engine, const QString& path, const TidleSettings& settings) {
+            if (path.endsWith("a.wav"))
+                changed.wait();
+            const std::lock_guard lock(mutex);
+            thresholds.push_back(settings.thresholdDB);
+            return engine.analyze(path, settings);
+        });
+    m_model.setSensitivity(Sensitivity::delicate);
+    m_model.setItems(files);
+    bool asked = false;
+    QObject::connect(&m_model, &BatchModel::itemStatusChanged, &m_model, [&](int index) {
+        if (index == 0 && !asked) {
+            asked = true;
+            m_model.setSensitivity(Sensitivity::aggressive);
+            presetChanged.set_value();
+        }
+    });
+    m_model.run();
+    ASSERT_TRUE(waitForEndOfRun(m_model));
+    ASSERT_TRUE(asked);
+    EXPECT_EQ(thresholds, std::vector<double>(3, -45.0));
+
+    thresholds.clear();
+    m_model.setAnalyzer(
+        [&](TidleEngine& engine, const QString& path, const TidleSettings& settings) {
+            const std::lock_guard lock(mutex);
+            thresholds.push_back(settings.thresholdDB);
+            return engine.analyze(path, settings);
+        });
+    m_model.run();
+    ASSERT_TRUE(waitForEndOfRun(m_model));
+    EXPECT_EQ(thresholds, std::vector<double>(3, -30.0));
 }

@@ -16,7 +16,7 @@ protected:
     {
         ModelTest::SetUp();
         makeModel(withPadding(0.0));
-        ASSERT_TRUE(loadAndWait(DocumentFixtures::toneWithGaps()));
+        ASSERT_TRUE(loadAndWait(Recordings::toneWithGaps()));
         ASSERT_EQ(m_model->phase(), Phase::ready);
         const std::vector<Segment>& keeps = m_model->analysis()->keeps;
         ASSERT_EQ(keeps.size(), 2u);
@@ -27,10 +27,11 @@ protected:
         ASSERT_NEAR(m_model->analysis()->duration, 30.0, 1e-3);
     }
 
-    void startPlaying()
+    // The player plays or not, and the model has heard of it.
+    void setPlaying(bool playing)
     {
-        m_player->setPlaying(true);
-        ASSERT_TRUE(waitUntil([this] { return m_model->isPlaying(); }));
+        m_player->setPlaying(playing);
+        ASSERT_TRUE(waitUntil([&] { return m_model->isPlaying() == playing; }));
         m_player->seeks.clear();
         m_player->pauses = 0;
     }
@@ -59,7 +60,7 @@ TEST_F(PreviewTest, TicksWhilePlayingSkipTheRemovedPauses)
     };
     // clang-format on
     for (const TickCase& c : cases) {
-        startPlaying();
+        setPlaying(true);
         m_player->report(c.time);
         EXPECT_DOUBLE_EQ(m_model->playhead(), c.playhead) << c.time;
         if (c.seek) {
@@ -72,38 +73,42 @@ TEST_F(PreviewTest, TicksWhilePlayingSkipTheRemovedPauses)
     }
 }
 
-TEST_F(PreviewTest, AnInvalidTimeIsIgnored)
+// Ticks that only move the playhead: while paused, with skipping off, a pause given back, or
+// a time that is no time.
+TEST_F(PreviewTest, OtherTicksOnlyMoveThePlayhead)
 {
-    startPlaying();
-    m_model->seek(2.0);
-    m_player->seeks.clear();
-    for (double invalid :
-         {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
-          -std::numeric_limits<double>::infinity()}) {
-        m_player->report(invalid);
-        EXPECT_EQ(m_model->playhead(), 2.0);
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double infinity = std::numeric_limits<double>::infinity();
+    const struct {
+        const char* what;
+        bool playing;
+        bool skip;
+        int givenBack;
+        double time;
+        double playhead;
+    } rows[] = {
+        {"paused", false, true, -1, 4.05, 4.05},
+        {"not skipping", true, false, -1, 0.5, 0.5},
+        {"not skipping, between spans", true, false, -1, 4.05, 4.05},
+        {"not skipping, after the last", true, false, -1, 9.05, 9.05},
+        {"given back", true, true, 1, 5.0, 5.0},
+        {"not a number", true, true, -1, nan, 2.0},
+        {"infinite", true, true, -1, infinity, 2.0},
+        {"minus infinite", true, true, -1, -infinity, 2.0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        m_model->setSkipPausesInPreview(row.skip);
+        m_model->resetSilenceOverrides();
+        if (row.givenBack >= 0)
+            m_model->toggleSilence(row.givenBack);
+        m_model->seek(2.0);
+        setPlaying(row.playing);
+        m_player->report(row.time);
+        EXPECT_EQ(m_model->playhead(), row.playhead);
+        EXPECT_TRUE(m_player->seeks.empty());
+        EXPECT_EQ(m_player->pauses, 0);
     }
-    EXPECT_TRUE(m_player->seeks.empty());
-    EXPECT_EQ(m_player->pauses, 0);
-}
-
-TEST_F(PreviewTest, WithoutSkippingTicksOnlyMoveThePlayhead)
-{
-    m_model->setSkipPausesInPreview(false);
-    startPlaying();
-    for (double t : {0.5, 4.05, 9.05}) {
-        m_player->report(t);
-        EXPECT_EQ(m_model->playhead(), t);
-    }
-    EXPECT_TRUE(m_player->seeks.empty());
-    EXPECT_EQ(m_player->pauses, 0);
-}
-
-TEST_F(PreviewTest, WhilePausedTicksOnlyMoveThePlayhead)
-{
-    m_player->report(4.05);
-    EXPECT_EQ(m_model->playhead(), 4.05);
-    EXPECT_TRUE(m_player->seeks.empty());
 }
 
 TEST_F(PreviewTest, ThePlayStateFollowsThePlayerOneTurnLater)
@@ -116,56 +121,40 @@ TEST_F(PreviewTest, ThePlayStateFollowsThePlayerOneTurnLater)
     ASSERT_TRUE(waitUntil([this] { return !m_model->isPlaying(); }));
 }
 
-TEST_F(PreviewTest, PlayNearTheEndStartsOverAtTheFirstKeptSpan)
+// Play from near the end starts over at the first kept span; anywhere else it plays on, and
+// while playing it pauses. A seek shows on the playhead at once.
+TEST_F(PreviewTest, PlayStartsOverOnlyNearTheEnd)
 {
-    m_model->seek(29.95);
-    m_player->seeks.clear();
-    m_model->togglePlayback();
-    EXPECT_EQ(m_model->playhead(), 1.0);
-    ASSERT_EQ(m_player->seeks.size(), 1u);
-    EXPECT_EQ(m_player->seeks.front(), 1.0);
-    EXPECT_EQ(m_player->plays, 1);
-}
-
-TEST_F(PreviewTest, PlayFurtherFromTheEndPlaysOn)
-{
-    m_model->seek(29.8);
-    m_player->seeks.clear();
-    m_model->togglePlayback();
-    EXPECT_EQ(m_model->playhead(), 29.8);
-    EXPECT_TRUE(m_player->seeks.empty());
-    EXPECT_EQ(m_player->plays, 1);
-}
-
-TEST_F(PreviewTest, TogglingWhilePlayingPauses)
-{
-    startPlaying();
-    m_model->togglePlayback();
-    EXPECT_EQ(m_player->pauses, 1);
-    EXPECT_EQ(m_player->plays, 0);
-}
-
-TEST_F(PreviewTest, ASeekShowsOnThePlayheadAtOnce)
-{
-    m_model->seek(12.5);
-    EXPECT_EQ(m_model->playhead(), 12.5);
-    ASSERT_EQ(m_player->seeks.size(), 1u);
-    EXPECT_EQ(m_player->seeks.front(), 12.5);
-}
-
-TEST_F(PreviewTest, AGivenBackPauseIsPlayedFromTheNextTick)
-{
-    startPlaying();
-    m_model->toggleSilence(1);
-    m_player->report(5.0);
-    EXPECT_EQ(m_model->playhead(), 5.0);
-    EXPECT_TRUE(m_player->seeks.empty());
-    EXPECT_EQ(m_player->pauses, 0);
+    const struct {
+        double from;
+        bool playing;
+        std::vector<double> seeks;
+        int plays;
+        int pauses;
+    } rows[] = {
+        {29.95, false, {1.0}, 1, 0},
+        {29.8, false, {}, 1, 0},
+        {12.5, true, {}, 0, 1},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.from);
+        m_model->seek(row.from);
+        EXPECT_EQ(m_model->playhead(), row.from);
+        EXPECT_EQ(m_player->seeks.back(), row.from);
+        setPlaying(row.playing);
+        m_player->plays = 0;
+        m_player->pauses = 0;
+        m_model->togglePlayback();
+        EXPECT_EQ(m_player->seeks, row.seeks);
+        EXPECT_EQ(m_model->playhead(), row.seeks.empty() ? row.from : row.seeks.front());
+        EXPECT_EQ(m_player->plays, row.plays);
+        EXPECT_EQ(m_player->pauses, row.pauses);
+    }
 }
 
 TEST_F(PreviewTest, ClearStopsThePreview)
 {
-    startPlaying();
+    setPlaying(true);
     m_model->clear();
     EXPECT_GE(m_player->pauses, 1);
     EXPECT_EQ(m_player->clears, 1);

@@ -1,14 +1,16 @@
 #include "DocumentTestSupport.h"
 
-#include "Fixtures.h"
-
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QElapsedTimer>
 #include <QFile>
-#include <QSaveFile>
 #include <QTemporaryDir>
 #include <QThread>
+#include <cerrno>
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 bool waitUntil(const std::function<bool()>& done, int timeoutMs)
 {
@@ -63,71 +65,40 @@ private:
 
 } // namespace
 
-namespace DocumentFixtures {
-
-QString toneWithGaps()
+StalledInput::StalledInput(const QString& path)
+    : m_path(path.isEmpty() ? m_folder.filePath("arriving.wav") : path)
 {
-    return Fixtures::makeWithFfmpeg(
-        "document-tone-gaps.wav",
-        {"-f", "lavfi", "-i",
-         "aevalsrc='0.5*sin(2*PI*440*t)*(gte(t,1)*lt(t,4)+gte(t,6)*lt(t,9))':s=16000:d=30", "-c:a",
-         "pcm_s16le"});
+    QFile::remove(m_path);
+    if (::mkfifo(QFile::encodeName(m_path).constData(), 0600) != 0)
+        ADD_FAILURE() << "cannot make a named pipe at " << m_path.toStdString();
 }
 
-QString speechWithPauses()
+StalledInput::~StalledInput()
 {
-    const QString first =
-        Fixtures::makeSpeech("document-speech-1.wav", "The first part of the talk starts here.");
-    const QString second =
-        Fixtures::makeSpeech("document-speech-2.wav", "After a long pause the speaker goes on.");
-    const QString third =
-        Fixtures::makeSpeech("document-speech-3.wav", "And that is the end of the story.");
-    const QString gap = "anullsrc=r=22050:cl=mono:d=1.5";
-    return Fixtures::makeWithFfmpeg("document-speech-pauses.wav",
-                                    {"-i",
-                                     first,
-                                     "-f",
-                                     "lavfi",
-                                     "-i",
-                                     gap,
-                                     "-i",
-                                     second,
-                                     "-f",
-                                     "lavfi",
-                                     "-i",
-                                     gap,
-                                     "-i",
-                                     third,
-                                     "-filter_complex",
-                                     "[0:a][1:a][2:a][3:a][4:a]concat=n=5:v=0:a=1",
-                                     "-ar",
-                                     "22050",
-                                     "-ac",
-                                     "1",
-                                     "-c:a",
-                                     "pcm_s16le"});
+    release();
 }
 
-QString shortSine()
+void StalledInput::release()
 {
-    return Fixtures::makeWithFfmpeg("document-sine-3s.wav",
-                                    {"-f", "lavfi", "-i",
-                                     "sine=frequency=440:sample_rate=16000:duration=3", "-c:a",
-                                     "pcm_s16le"});
-}
-
-QString brokenFile()
-{
-    const QString path = Fixtures::path("document-broken.wav");
-    if (!QFile::exists(path)) {
-        // Written whole or not at all: other test processes may read it meanwhile.
-        QSaveFile file(path);
-        if (file.open(QIODevice::WriteOnly)) {
-            file.write(QByteArray("this is not a recording\n").repeated(64));
-            file.commit();
+    if (m_released)
+        return;
+    m_released = true;
+    // A writer can open without waiting only once a reader has: that is the worker, blocked
+    // in its open until now. Closing the writer at once gives it an empty stream.
+    const QByteArray name = QFile::encodeName(m_path);
+    QElapsedTimer clock;
+    clock.start();
+    for (;;) {
+        const int fd = ::open(name.constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+        if (fd >= 0) {
+            ::close(fd);
+            break;
         }
+        if (errno != ENXIO || clock.elapsed() > 60000) {
+            ADD_FAILURE() << "no reader came for " << m_path.toStdString();
+            break;
+        }
+        QThread::msleep(1);
     }
-    return path;
+    QFile::remove(m_path);
 }
-
-} // namespace DocumentFixtures

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "PreviewPlayer.h"
+#include "Recordings.h"
 
 #include <QString>
+#include <QTemporaryDir>
 #include <QUrl>
 #include <functional>
 #include <vector>
@@ -52,15 +54,22 @@ public:
     bool playing = false;
 };
 
-namespace DocumentFixtures {
+// A recording that never finishes arriving: a named pipe, on which the worker that opens it
+// waits until release(). Work queued behind it waits too, so the test knows the order in
+// which results reach the model. Without a path, the pipe lives in a folder of its own.
+class StalledInput {
+public:
+    explicit StalledInput(const QString& path = {});
+    ~StalledInput();
+    StalledInput(const StalledInput&) = delete;
+    StalledInput& operator=(const StalledInput&) = delete;
 
-// 30 s at 16 kHz: a tone from 1 to 4 s and from 6 to 9 s, digital silence elsewhere.
-QString toneWithGaps();
-// Three spoken sentences with 1.5 s of silence between them.
-QString speechWithPauses();
-// 3 s of a steady tone, no pause in it.
-QString shortSine();
-// A file named like audio that holds no media at all.
-QString brokenFile();
+    QString path() const { return m_path; }
+    // Waits until a reader has the pipe open, then ends it empty: the reader fails to parse it.
+    void release();
 
-} // namespace DocumentFixtures
+private:
+    QTemporaryDir m_folder;
+    QString m_path;
+    bool m_released = false;
+};

@@ -18,6 +18,9 @@ protected:
     void makeModel(const EditorPreferences& preferences = {})
     {
         Prefs::save(preferences);
+        m_analysesStarted = 0;
+        m_analysesInstalled = 0;
+        m_model.reset();
         auto player = std::make_unique<FakePlayer>();
         m_player = player.get();
         m_model = std::make_unique<AppModel>(std::move(player));

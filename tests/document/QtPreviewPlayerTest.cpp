@@ -29,7 +29,7 @@ TEST(QtPreviewPlayerTest, ReportsAdvancingPositionsAndLandsSeeks)
     QObject::connect(&player, &PreviewPlayer::playingChanged, &player,
                      [&](bool value) { playing = value; });
 
-    player.setSource(QUrl::fromLocalFile(DocumentFixtures::toneWithGaps()));
+    player.setSource(QUrl::fromLocalFile(Recordings::toneWithGaps()));
     player.play();
     const bool advanced = waitUntil(
         [&] { return !failure.isEmpty() || (!positions.empty() && positions.back() > 0.5); },
@@ -90,7 +90,7 @@ TEST_F(PreviewOnQtMultimedia, PlaysTheKeptSpansOnly)
     QObject::connect(&model, &AppModel::playheadChanged, &model,
                      [&] { playheads.push_back(model.playhead()); });
 
-    const QUrl tone = QUrl::fromLocalFile(DocumentFixtures::toneWithGaps());
+    const QUrl tone = QUrl::fromLocalFile(Recordings::toneWithGaps());
     model.load(tone);
     EXPECT_EQ(player->mediaPlayer()->source(), tone);
     ASSERT_TRUE(waitUntil([&] { return model.phase() != AppModel::Phase::analyzing; }));

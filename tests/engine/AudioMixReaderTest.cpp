@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -46,12 +47,36 @@ double rms(const std::vector<float>& samples, double from, double to)
 // Resampling and 16-bit storage leave a tone's level within a fraction of a percent.
 constexpr double levelTolerance = 0.005;
 
-TEST(AudioMixReader, toneKeepsItsLevelAndLength)
+// Tracks are averaged over the file's timeline: a silent track beside the tone halves its
+// level, one that has ended leaves the others, one placed at 1 s joins there.
+TEST(AudioMixReader, levelsFollowTheTracksThatPlay)
 {
-    const Mix mix = mixOf(tone());
-    EXPECT_NEAR(rms(mix.samples, 0.2, 2.8), toneLevel, levelTolerance);
-    EXPECT_EQ(mix.samplesRead, int64_t(mix.samples.size()));
-    EXPECT_NEAR(double(mix.samples.size()), 3.0 * 16000, 16.0);
+    const struct {
+        const char* what;
+        QString (*fixture)();
+        double seconds;
+        std::vector<std::tuple<double, double, double>> levels; // from, to, level
+    } rows[] = {
+        {"tone", tone, 3.0, {{0.2, 2.8, toneLevel}}},
+        {"two tracks", twoTracks, 3.0, {{0.2, 2.8, toneLevel / 2}}},
+        {"one ends early",
+         twoTracksUnequal,
+         4.0,
+         {{0.2, 1.8, toneLevel / 2}, {2.2, 3.8, toneLevel}}},
+        {"one starts late",
+         twoTracksLateStart,
+         0.0,
+         {{0.1, 0.9, toneLevel}, {1.1, 2.9, toneLevel / 2}}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        const Mix mix = mixOf(row.fixture());
+        for (const auto& [from, to, level] : row.levels)
+            EXPECT_NEAR(rms(mix.samples, from, to), level, levelTolerance) << from;
+        EXPECT_EQ(mix.samplesRead, int64_t(mix.samples.size()));
+        if (row.seconds > 0.0)
+            EXPECT_NEAR(double(mix.samples.size()), row.seconds * 16000, 16.0);
+    }
 }
 
 TEST(AudioMixReader, digitalSilenceIsExactlyZero)
@@ -78,30 +103,6 @@ TEST(AudioMixReader, averagesTheChannels)
     const double monoLevel = rms(mixOf(monoTone()).samples, 0.2, 1.8);
     EXPECT_NEAR(rms(mixOf(stereoLeftOnly()).samples, 0.2, 1.8), monoLevel / 2, 1e-4);
     EXPECT_NEAR(rms(mixOf(stereoOpposite()).samples, 0.0, 2.0), 0.0, 1e-6);
-}
-
-TEST(AudioMixReader, averagesTheTracks)
-{
-    const Mix mix = mixOf(twoTracks());
-    EXPECT_NEAR(rms(mix.samples, 0.2, 2.8), toneLevel / 2, levelTolerance);
-    EXPECT_NEAR(double(mix.samples.size()), 3.0 * 16000, 16.0);
-}
-
-// Where one track has ended, the mix is the track still playing.
-TEST(AudioMixReader, trackThatEndsEarlyLeavesTheOthers)
-{
-    const Mix mix = mixOf(twoTracksUnequal());
-    EXPECT_NEAR(rms(mix.samples, 0.2, 1.8), toneLevel / 2, levelTolerance);
-    EXPECT_NEAR(rms(mix.samples, 2.2, 3.8), toneLevel, levelTolerance);
-    EXPECT_NEAR(double(mix.samples.size()), 4.0 * 16000, 16.0);
-}
-
-// A track placed at 1 s joins the mix there, not at the start.
-TEST(AudioMixReader, trackThatStartsLateJoinsAtItsTime)
-{
-    const Mix mix = mixOf(twoTracksLateStart());
-    EXPECT_NEAR(rms(mix.samples, 0.1, 0.9), toneLevel, levelTolerance);
-    EXPECT_NEAR(rms(mix.samples, 1.1, 2.9), toneLevel / 2, levelTolerance);
 }
 
 // Mixed samples leave as soon as every track has them: buffers stay small, never a whole file.

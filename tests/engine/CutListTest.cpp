@@ -82,6 +82,7 @@ INSTANTIATE_TEST_SUITE_P(
              {}}},
         PartsCase{"onePieceAcrossBothCuts", {{0, 500}}, {{{100, 200, 0}, {300, 400, 100}}}},
         PartsCase{"pieceInsideThePause", {{210, 290}}, {{}}},
+        PartsCase{"pieceFromTheLastTickOfACut", {{199, 240}}, {{{199, 200, 99}}}},
         PartsCase{"pieceWithinOneCut", {{310, 320}}, {{{310, 320, 110}}}}),
     [](const auto& info) { return std::string(info.param.name); });
 

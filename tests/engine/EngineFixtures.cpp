@@ -5,7 +5,6 @@
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
-#include <QUuid>
 #include <QtEndian>
 #include <stdexcept>
 
@@ -48,22 +47,9 @@ QStringList pictureSource(double seconds)
 
 const QStringList fastH264 = {"-c:v", "libx264", "-preset", "ultrafast", "-pix_fmt", "yuv420p"};
 
-// Writes `bytes` to fixture `base` unless it is there already.
 QString writeOnce(const QString& base, const QByteArray& bytes)
 {
-    const QString target = Fixtures::path(name(base));
-    if (QFile::exists(target))
-        return target;
-    // Test processes run in parallel: each writes a name of its own, then renames.
-    const QString temporary =
-        target + QStringLiteral(".%1.part").arg(QUuid::createUuid().toString(QUuid::Id128));
-    QFile file(temporary);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        throw std::runtime_error("cannot write fixture " + base.toStdString());
-    file.close();
-    if (!QFile::rename(temporary, target) && !QFile::exists(target))
-        throw std::runtime_error("cannot store fixture " + base.toStdString());
-    return target;
+    return Fixtures::writeOnce(name(base), bytes);
 }
 
 QByteArray readAll(const QString& path)

@@ -14,15 +14,9 @@ const QString toneSource = "aevalsrc='0.5*sin(2*PI*t*(if(lt(t,1),200,if(lt(t,2.5
 
 QString subtitles()
 {
-    const QString path = Fixtures::path("export-subtitles.srt");
-    if (!QFile::exists(path)) {
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly))
-            throw std::runtime_error("cannot write the subtitle fixture");
-        file.write("1\n00:00:01,000 --> 00:00:03,000\nHello\n\n2\n00:00:04,000 --> 00:00:06,000\n"
-                   "Again\n");
-    }
-    return path;
+    return Fixtures::writeOnce("export-subtitles.srt",
+                               "1\n00:00:01,000 --> 00:00:03,000\nHello\n\n2\n"
+                               "00:00:04,000 --> 00:00:06,000\nAgain\n");
 }
 
 } // namespace
@@ -46,112 +40,60 @@ QString toneWithChannels(int channels, int rate, const QString& extension)
 
 QString richVideo()
 {
-    const QString plain =
-        Fixtures::makeWithFfmpeg("export-rich-unrotated.mp4", {"-f",
-                                                               "lavfi",
-                                                               "-i",
-                                                               "testsrc2=s=320x240:r=25:d=8",
-                                                               "-f",
-                                                               "lavfi",
-                                                               "-i",
-                                                               toneSource,
-                                                               "-f",
-                                                               "lavfi",
-                                                               "-i",
-                                                               "sine=f=3000:d=8:sample_rate=44100",
-                                                               "-i",
-                                                               subtitles(),
-                                                               "-map",
-                                                               "0:v",
-                                                               "-map",
-                                                               "1:a",
-                                                               "-map",
-                                                               "2:a",
-                                                               "-map",
-                                                               "3:s",
-                                                               "-c:v",
-                                                               "libx264",
-                                                               "-preset",
-                                                               "veryfast",
-                                                               "-crf",
-                                                               "30",
-                                                               "-g",
-                                                               "25",
-                                                               "-pix_fmt",
-                                                               "yuv420p",
-                                                               "-color_primaries",
-                                                               "smpte170m",
-                                                               "-color_trc",
-                                                               "smpte170m",
-                                                               "-colorspace",
-                                                               "smpte170m",
-                                                               "-c:a",
-                                                               "aac",
-                                                               "-b:a",
-                                                               "96k",
-                                                               "-c:s",
-                                                               "mov_text",
-                                                               "-metadata",
-                                                               "title=Rich Video",
-                                                               "-metadata",
-                                                               "artist=Hushpane Tests"});
+    const QString plain = Fixtures::makeWithFfmpeg(
+        "export-rich-unrotated.mp4",
+        Fixtures::args("-f lavfi -i testsrc2=s=320x240:r=25:d=8 -f lavfi -i")
+            << toneSource << Fixtures::args("-f lavfi -i sine=f=3000:d=8:sample_rate=44100 -i")
+            << subtitles()
+            << Fixtures::args("-map 0:v -map 1:a -map 2:a -map 3:s -c:v libx264 -preset veryfast "
+                              "-crf 30 -g 25 -pix_fmt yuv420p -color_primaries smpte170m "
+                              "-color_trc smpte170m -colorspace smpte170m -c:a aac -b:a 96k "
+                              "-c:s mov_text -metadata")
+            << "title=Rich Video"
+            << "-metadata"
+            << "artist=Hushpane Tests");
     // This ffmpeg turns a rotate tag into a display matrix only when copying, and drops
     // the creation time when it copies.
-    return Fixtures::makeWithFfmpeg("export-rich.mp4", {"-i", plain, "-map", "0", "-c", "copy",
-                                                        "-metadata:s:v:0", "rotate=90", "-metadata",
-                                                        "creation_time=2020-01-02T03:04:05Z"});
+    return Fixtures::makeWithFfmpeg(
+        "export-rich.mp4", QStringList{"-i", plain} +
+                               Fixtures::args("-map 0 -c copy -metadata:s:v:0 rotate=90 -metadata "
+                                              "creation_time=2020-01-02T03:04:05Z"));
 }
 
 QString flash()
 {
     return Fixtures::makeWithFfmpeg(
         "export-flash.mp4",
-        {"-f",
-         "lavfi",
-         "-i",
-         "color=c=black:s=160x120:r=25:d=8,drawbox=x=0:y=0:w=iw:h=ih:color=white:t=fill:"
-         "enable='between(t,5,5.19)'",
-         "-f",
-         "lavfi",
-         "-i",
-         "aevalsrc='if(between(t,5,5.2),0.8*sin(2*PI*1000*t),0)':s=48000:d=8",
-         "-c:v",
-         "libx264",
-         "-preset",
-         "veryfast",
-         "-g",
-         "25",
-         "-pix_fmt",
-         "yuv420p",
-         "-c:a",
-         "aac",
-         "-b:a",
-         "96k"});
+        Fixtures::args("-f lavfi -i color=c=black:s=160x120:r=25:d=8,drawbox=x=0:y=0:w=iw:h=ih:"
+                       "color=white:t=fill:enable='between(t,5,5.19)' -f lavfi -i "
+                       "aevalsrc='if(between(t,5,5.2),0.8*sin(2*PI*1000*t),0)':s=48000:d=8 "
+                       "-c:v libx264 -preset veryfast -g 25 -pix_fmt yuv420p -c:a aac -b:a 96k"));
 }
 
 QString proresMovie()
 {
-    return Fixtures::makeWithFfmpeg("export-prores.mov",
-                                    {"-f", "lavfi", "-i", "testsrc2=s=160x120:r=25:d=2", "-f",
-                                     "lavfi", "-i", "sine=f=440:d=2:sample_rate=48000", "-c:v",
-                                     "prores_ks", "-c:a", "pcm_s16le"});
+    return Fixtures::makeWithFfmpeg(
+        "export-prores.mov",
+        Fixtures::args("-f lavfi -i testsrc2=s=160x120:r=25:d=2 -f lavfi -i "
+                       "sine=f=440:d=2:sample_rate=48000 -c:v prores_ks -c:a pcm_s16le"));
 }
 
 QString h264WithPcm()
 {
-    return Fixtures::makeWithFfmpeg("export-h264-pcm.mov",
-                                    {"-f", "lavfi", "-i", "testsrc2=s=160x120:r=25:d=4", "-f",
-                                     "lavfi", "-i", "sine=f=440:d=4:sample_rate=48000", "-c:v",
-                                     "libx264", "-preset", "veryfast", "-g", "25", "-pix_fmt",
-                                     "yuv420p", "-c:a", "pcm_s16le"});
+    return Fixtures::makeWithFfmpeg(
+        "export-h264-pcm.mov",
+        Fixtures::args("-f lavfi -i testsrc2=s=160x120:r=25:d=4 -f lavfi -i "
+                       "sine=f=440:d=4:sample_rate=48000 -c:v libx264 -preset veryfast -g 25 "
+                       "-pix_fmt yuv420p -c:a pcm_s16le"));
 }
 
 QString oddSizedVideo()
 {
     return Fixtures::makeWithFfmpeg(
-        "export-odd.mp4", {"-f", "lavfi", "-i", "testsrc2=s=161x121:r=25:d=2", "-f", "lavfi", "-i",
-                           "sine=f=440:d=2:sample_rate=48000", "-c:v", "libx264", "-preset",
-                           "veryfast", "-pix_fmt", "yuv444p", "-c:a", "aac"});
+        "export-odd.mp4",
+        Fixtures::args("-f lavfi -i testsrc2=s=161x121:r=25:d=2 -f lavfi -i "
+                       "sine=f=440:d=2:sample_rate=48000 -c:v libx264 -preset veryfast "
+                       "-pix_fmt yuv444p -c:a aac"));
 }
 
 QString twoSoundTracks()

@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <optional>
 
 namespace {
 
@@ -144,24 +145,6 @@ INSTANTIATE_TEST_SUITE_P(Each, CancelledStrategy, testing::Values(0, 1, 2), [](c
                                          : "passThrough");
 });
 
-TEST(ExportSafety, aFailingWriterLeavesNoFileBehind)
-{
-    // ProRes cannot go into an .mp4: the container refuses it once the file is open.
-    QTemporaryDir folder;
-    const QString output = folder.filePath("out.mp4");
-    writeFile(output, "old");
-    TidleEngine engine;
-    const TidleError error = engineError([&] {
-        engine.encode(ExportFixtures::proresMovie(), output,
-                      analysis({{0.5, 1.5}}, 2.0, true, OutputContainer::MPEG4), settings(false),
-                      [](double) {});
-    });
-    EXPECT_EQ(error.kind(), TidleError::Kind::exportFailed);
-    EXPECT_TRUE(error.payload().startsWith("writing the file header: "))
-        << error.payload().toStdString();
-    EXPECT_TRUE(ExportProbe::folderEntries(folder.path()).isEmpty());
-}
-
 struct DestinationCase {
     const char* name;
     const char* destination; // inside a fresh folder that holds a folder "sub" and a file "file"
@@ -204,24 +187,6 @@ INSTANTIATE_TEST_SUITE_P(
                                     "creating the new file: Not a directory"}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST(ExportSafety, readOnlyFolderFailsWithoutTouchingTheInput)
-{
-    QTemporaryDir folder;
-    const QString input = folder.filePath("talk.m4a");
-    ASSERT_TRUE(QFile::copy(ExportFixtures::tones(), input));
-    const QByteArray before = fileHash(input);
-    // Files under /proc cannot be created, even by root, for whom permissions don't count.
-    TidleEngine engine;
-    const TidleError error = engineError([&] {
-        engine.encode(input, "/proc/hushpane-out.m4a", toneAnalysis, settings(true), [](double) {});
-    });
-    EXPECT_EQ(error.kind(), TidleError::Kind::exportFailed);
-    EXPECT_TRUE(error.payload().startsWith("creating the new file: "))
-        << error.payload().toStdString();
-    EXPECT_EQ(fileHash(input), before);
-    EXPECT_EQ(ExportProbe::folderEntries(folder.path()), QStringList{"talk.m4a"});
-}
-
 class OutputIsInput : public testing::TestWithParam<const char*> {};
 
 TEST_P(OutputIsInput, isRefusedAndLeavesTheInputAsItWas)
@@ -247,38 +212,56 @@ INSTANTIATE_TEST_SUITE_P(WrittenAnyWay, OutputIsInput,
                          testing::Values("FOLDER/dir/talk.m4a", "FOLDER/dir/./talk.m4a",
                                          "FOLDER/dir/../dir/talk.m4a", "FOLDER/link.m4a"));
 
-TEST(ExportSafety, aVideoWithoutSoundIsRefused)
+// Exports that fail once under way, each with its own error; the input stays as it was.
+TEST(ExportSafety, aFailureLeavesNoFileBehind)
 {
-    QTemporaryDir folder;
-    TidleEngine engine;
-    const TidleError error = engineError([&] {
-        engine.encode(ExportFixtures::silentVideo(), folder.filePath("out.mp4"),
-                      analysis({{0.5, 1.5}}, 2.0, true, OutputContainer::MPEG4), settings(true),
-                      [](double) {});
-    });
-    EXPECT_EQ(error.kind(), TidleError::Kind::noAudioTrack);
-    EXPECT_TRUE(ExportProbe::folderEntries(folder.path()).isEmpty());
-}
-
-TEST(ExportSafety, aMissingInputIsTheMediaLibrarysOwnError)
-{
-    QTemporaryDir folder;
-    TidleEngine engine;
-    EXPECT_THROW(engine.encode(folder.filePath("missing.m4a"), folder.filePath("out.m4a"),
-                               toneAnalysis, settings(true), [](double) {}),
-                 MediaError);
-    EXPECT_TRUE(ExportProbe::folderEntries(folder.path()).isEmpty());
-}
-
-TEST(ExportSafety, theEngineCanExportAgainAfterACancel)
-{
-    QTemporaryDir folder;
-    TidleEngine engine;
-    engine.cancel();
-    // encode clears an earlier cancel.
-    engine.encode(ExportFixtures::tones(), folder.filePath("out.m4a"), toneAnalysis, settings(true),
-                  [](double) {});
-    EXPECT_EQ(Fixtures::decodeErrors(folder.filePath("out.m4a")), "");
+    const struct {
+        const char* what;
+        QString (*input)();
+        const char* destination; // "/proc/..." cannot be created, even by root
+        Analysis analysis;
+        bool frameAccurate;
+        std::optional<TidleError::Kind> kind; // none: the media library's own error
+        const char* payloadStart;
+    } rows[] = {
+        // ProRes cannot go into an .mp4: the container refuses it once the file is open.
+        {"prores into mp4", ExportFixtures::proresMovie, "out.mp4",
+         analysis({{0.5, 1.5}}, 2.0, true, OutputContainer::MPEG4), false,
+         TidleError::Kind::exportFailed, "writing the file header: "},
+        {"read-only place", ExportFixtures::tones, "/proc/hushpane-out.m4a", toneAnalysis, true,
+         TidleError::Kind::exportFailed, "creating the new file: "},
+        {"no sound", ExportFixtures::silentVideo, "out.mp4",
+         analysis({{0.5, 1.5}}, 2.0, true, OutputContainer::MPEG4), true,
+         TidleError::Kind::noAudioTrack, ""},
+        {"missing input", nullptr, "out.m4a", toneAnalysis, true, std::nullopt, ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        QTemporaryDir folder;
+        const QString input = folder.filePath("input");
+        if (row.input) {
+            ASSERT_TRUE(QFile::copy(row.input(), input));
+        }
+        const QByteArray before = fileHash(input);
+        const QString output = QDir(folder.path()).filePath(row.destination);
+        TidleEngine engine;
+        const auto encode = [&] {
+            engine.encode(input, output, row.analysis, settings(row.frameAccurate), [](double) {});
+        };
+        if (row.kind) {
+            const TidleError error = engineError(encode);
+            EXPECT_EQ(error.kind(), *row.kind);
+            if (*row.payloadStart) {
+                EXPECT_TRUE(error.payload().startsWith(row.payloadStart))
+                    << error.payload().toStdString();
+            }
+        } else {
+            EXPECT_THROW(encode(), MediaError);
+        }
+        EXPECT_EQ(fileHash(input), before);
+        EXPECT_EQ(ExportProbe::folderEntries(folder.path()),
+                  row.input ? QStringList{"input"} : QStringList{});
+    }
 }
 
 // Names up to the file system's limit of 255 bytes, some in two-byte characters: the hidden

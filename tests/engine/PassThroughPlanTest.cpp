@@ -177,52 +177,51 @@ TEST(ExactPlan, leavesOutPicturesShownBeforeTheRestartPointTheyFollow)
     expectExactPlan(packets, cuts({{650, 1250, 0}}));
 }
 
-TEST(SnappedPlan, startsEachSpanAtTheRestartPointAtOrBeforeTheCut)
+// Without exact cuts each span starts at the restart point at or before its cut, runs on
+// until every picture before its end is shown, and overlapping spans become one.
+TEST(SnappedPlan, snapsCutsToRestartPointsWithinTheVideo)
 {
-    const PassThroughPlan plan(stream(100, 10, false), cuts({{1300, 2200, 0}, {4000, 6000, 900}}),
-                               false);
-    EXPECT_EQ(plan.cutList().cuts(), (std::vector<Cut>{{1000, 2200, 0}, {4000, 6000, 1200}}));
-    ASSERT_EQ(plan.runs().size(), 2u);
-    EXPECT_EQ(plan.runs()[0].first, 10u);
-    EXPECT_EQ(plan.runs()[0].last, 21u);
-    EXPECT_EQ(plan.runs()[1].first, 40u);
-    EXPECT_EQ(plan.runs()[1].last, 59u);
-}
-
-TEST(SnappedPlan, mergesSpansThatOverlapOnceSnapped)
-{
-    const PassThroughPlan plan(stream(100, 10, false), cuts({{1000, 2500, 0}, {2700, 3200, 1500}}),
-                               false);
-    EXPECT_EQ(plan.cutList().cuts(), (std::vector<Cut>{{1000, 3200, 0}}));
-    ASSERT_EQ(plan.runs().size(), 1u);
-    EXPECT_EQ(plan.runs()[0].last, 31u);
-}
-
-TEST(SnappedPlan, runsOnUntilEveryPictureBeforeTheEndIsShown)
-{
-    // Ending at 2.2 s needs the B picture at 2.1 s, decoded after the anchor shown at
-    // 2.3 s, so the span lasts until 2.4 s.
-    const auto packets = stream(100, 10, true);
-    const PassThroughPlan plan(packets, cuts({{1300, 2200, 0}}), false);
-    EXPECT_EQ(plan.cutList().cuts(), (std::vector<Cut>{{1000, 2400, 0}}));
-    ASSERT_EQ(plan.runs().size(), 1u);
-    EXPECT_EQ(plan.runs()[0].last, 23u);
-}
-
-TEST(SnappedPlan, doesNotSnapBeyondTheEndOfTheVideo)
-{
-    // Video for 2 s, sound longer: a cut at 5-6 s stays as it is and copies no video.
-    const PassThroughPlan plan(stream(20, 10, false), cuts({{500, 900, 0}, {5000, 6000, 400}}),
-                               false);
-    EXPECT_EQ(plan.cutList().cuts(), (std::vector<Cut>{{0, 900, 0}, {5000, 6000, 900}}));
-    EXPECT_EQ(plan.runs().size(), 1u);
-}
-
-TEST(SnappedPlan, withoutVideoKeepsTheCutsAsTheyAre)
-{
-    const PassThroughPlan plan({}, cuts({{100, 200, 0}, {300, 400, 100}}), false);
-    EXPECT_EQ(plan.cutList().cuts(), (std::vector<Cut>{{100, 200, 0}, {300, 400, 100}}));
-    EXPECT_TRUE(plan.runs().empty());
+    const struct {
+        const char* what;
+        std::vector<VideoPacketTiming> packets;
+        std::vector<Cut> cuts;
+        std::vector<Cut> snapped;
+        std::vector<std::pair<std::size_t, std::size_t>> runs; // first and last packet
+    } rows[] = {
+        {"back to the keyframe",
+         stream(100, 10, false),
+         {{1300, 2200, 0}, {4000, 6000, 900}},
+         {{1000, 2200, 0}, {4000, 6000, 1200}},
+         {{10, 21}, {40, 59}}},
+        {"overlapping once snapped",
+         stream(100, 10, false),
+         {{1000, 2500, 0}, {2700, 3200, 1500}},
+         {{1000, 3200, 0}},
+         {{10, 31}}},
+        // Ending at 2.2 s needs the B picture at 2.1 s, decoded after the anchor at 2.3 s.
+        {"on to the anchor",
+         stream(100, 10, true),
+         {{1300, 2200, 0}},
+         {{1000, 2400, 0}},
+         {{10, 23}}},
+        // Video for 2 s, sound longer: a cut at 5-6 s stays as it is and copies no video.
+        {"past the video",
+         stream(20, 10, false),
+         {{500, 900, 0}, {5000, 6000, 400}},
+         {{0, 900, 0}, {5000, 6000, 900}},
+         {{0, 8}}},
+        {"no video", {}, {{100, 200, 0}, {300, 400, 100}}, {{100, 200, 0}, {300, 400, 100}}, {}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        const PassThroughPlan plan(row.packets, cuts(row.cuts), false);
+        EXPECT_EQ(plan.cutList().cuts(), row.snapped);
+        ASSERT_EQ(plan.runs().size(), row.runs.size());
+        for (std::size_t i = 0; i < row.runs.size(); ++i) {
+            EXPECT_EQ(plan.runs()[i].first, row.runs[i].first) << "run " << i;
+            EXPECT_EQ(plan.runs()[i].last, row.runs[i].second) << "run " << i;
+        }
+    }
 }
 
 } // namespace

@@ -164,6 +164,11 @@ INSTANTIATE_TEST_SUITE_P(
         KeepCase{"endsShorterThanMinKeepVanish", {{0, 10}}, 10, 0.02, {}},
         KeepCase{"pauseOfTwicePaddingCutsNothing", {{3, 3.5}}, 10, 0.25, {{0, 10}}},
         KeepCase{"pauseBeyondDurationEndsAtDuration", {{8, 12}}, 10, 0, {{0, 8}}},
+        KeepCase{"paddingOfAPauseBeyondDurationCountsFromDuration",
+                 {{8, 12}},
+                 10,
+                 0.25,
+                 {{0, 8.25}, {9.75, 10}}},
         KeepCase{"shortScrapBetweenPausesIsRemoved", {{1, 2}, {2.03, 3}}, 10, 0, {{0, 1}, {3, 10}}},
         // Binary-exact lengths, so "exactly minKeep" is exact.
         KeepCase{"scrapOfExactlyMinKeepIsKept",

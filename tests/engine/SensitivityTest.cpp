@@ -30,18 +30,3 @@ TEST(Sensitivity, presetsCarryTheirNumbersAndLeaveFrameAccurateAlone)
     EXPECT_FALSE(applyNumbers(Sensitivity::custom, mine));
     EXPECT_EQ(mine, (TidleSettings{-20, 2, 0.5, true}));
 }
-
-TEST(Sensitivity, everyPresetHasATitleAndAHintInTheStringTable)
-{
-    for (Sensitivity s : allCases) {
-        EXPECT_FALSE(title(s).startsWith("sensitivity.")) << rawValue(s).toStdString();
-        EXPECT_FALSE(hint(s).startsWith("sensitivity.")) << rawValue(s).toStdString();
-        EXPECT_NE(title(s), hint(s));
-    }
-    EXPECT_EQ(title(Sensitivity::standard), "Standard");
-}
-
-TEST(TidleSettings, differingOnlyInFrameAccurateAreNotEqual)
-{
-    EXPECT_NE((TidleSettings{-35, 0.6, 0.15, true}), (TidleSettings{-35, 0.6, 0.15, false}));
-}

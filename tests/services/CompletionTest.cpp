@@ -106,14 +106,4 @@ TEST(Completion, eachNotificationIsANewSilentBannerFromHushpane)
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");
 }
 
-TEST(Completion, aReplacedDeliveryReceivesTheTextsInsteadOfTheDesktop)
-{
-    QStringList seen;
-    Completion::setDelivery(
-        [&](const QString& title, const QString& body) { seen << title + " / " + body; });
-    Completion::notify("Batch finished", "2 files written");
-    Completion::setDelivery({});
-    EXPECT_EQ(seen, QStringList{"Batch finished / 2 files written"});
-}
-
 #include "CompletionTest.moc"

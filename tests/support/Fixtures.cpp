@@ -71,6 +71,20 @@ void check(const ProcessResult& result, const QString& what)
 
 } // namespace
 
+QStringList args(const QString& line)
+{
+    return line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+QString writeOnce(const QString& name, const QByteArray& bytes)
+{
+    return makeOnce(name, [&](const QString& temporary) {
+        QFile file(temporary);
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+            throw std::runtime_error("cannot write fixture " + name.toStdString());
+    });
+}
+
 QString makeWithFfmpeg(const QString& name, const QStringList& inputArguments)
 {
     return makeOnce(name, [&](const QString& temporary) {

@@ -12,6 +12,11 @@ namespace Fixtures {
 QString directory();
 QString path(const QString& name);
 
+// Command-line arguments written as one line, split at spaces.
+QStringList args(const QString& line);
+
+// Writes `bytes` to fixture `name` unless it is there already.
+QString writeOnce(const QString& name, const QByteArray& bytes);
 // Runs ffmpeg with `inputArguments` (everything before the output file) into fixture `name`.
 QString makeWithFfmpeg(const QString& name, const QStringList& inputArguments);
 // Speech from espeak-ng, 16-bit mono WAV at 22.05 kHz.

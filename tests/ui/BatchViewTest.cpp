@@ -74,27 +74,12 @@ TEST(BatchRowTest, RevealShowsTheWrittenFileInItsFolder)
 
 class BatchViewTest : public WindowTest {
 protected:
-    void SetUp() override
-    {
-        WindowTest::SetUp();
-        ASSERT_TRUE(m_folder.isValid());
-    }
-
-    QUrl copyInto(const QString& source, const QString& name)
-    {
-        const QString target = m_folder.filePath(name);
-        EXPECT_TRUE(QFile::copy(source, target));
-        return QUrl::fromLocalFile(target);
-    }
-
     BatchView* view() const { return content()->batchView(); }
-
-    QTemporaryDir m_folder;
 };
 
 TEST_F(BatchViewTest, OffersThePresetsButNeverCustom)
 {
-    batch().setItems({copyInto(DocumentFixtures::shortSine(), "a.wav")});
+    batch().setItems({copyInto(Recordings::steadyTone(), "a.wav")});
     SegmentedPicker* picker = view()->presetPicker();
     EXPECT_EQ(picker->titles(), QStringList({SensitivityPresets::title(Sensitivity::delicate),
                                              SensitivityPresets::title(Sensitivity::standard),
@@ -107,8 +92,8 @@ TEST_F(BatchViewTest, OffersThePresetsButNeverCustom)
 
 TEST_F(BatchViewTest, RunsTheListAndClearsItWhenIdle)
 {
-    batch().setItems({copyInto(DocumentFixtures::speechWithPauses(), "talk.wav"),
-                      copyInto(DocumentFixtures::shortSine(), "tone.wav")});
+    batch().setItems({copyInto(Recordings::speechWithPauses(), "talk.wav"),
+                      copyInto(Recordings::steadyTone(), "tone.wav")});
     m_app->window().show();
     ASSERT_EQ(content()->screen(), ContentView::Screen::batch);
     ASSERT_EQ(view()->rows().size(), 2u);
@@ -134,8 +119,8 @@ TEST_F(BatchViewTest, RunsTheListAndClearsItWhenIdle)
 
 TEST_F(BatchViewTest, StopEndsTheRunningFile)
 {
-    batch().setItems({copyInto(DocumentFixtures::speechWithPauses(), "one.wav"),
-                      copyInto(DocumentFixtures::speechWithPauses(), "two.wav")});
+    batch().setItems({copyInto(Recordings::speechWithPauses(), "one.wav"),
+                      copyInto(Recordings::speechWithPauses(), "two.wav")});
     m_app->window().show();
     view()->runButton()->click();
     view()->stopButton()->click();

@@ -43,15 +43,7 @@ protected:
     void SetUp() override
     {
         WindowTest::SetUp();
-        ASSERT_TRUE(m_folder.isValid());
         m_app->window().show();
-    }
-
-    QUrl copyInto(const QString& source, const QString& name)
-    {
-        const QString target = m_folder.filePath(name);
-        EXPECT_TRUE(QFile::copy(source, target));
-        return QUrl::fromLocalFile(target);
     }
 
     ResultSection* result() const { return content()->workScreen()->result(); }
@@ -67,8 +59,6 @@ protected:
                 rows << row;
         return rows;
     }
-
-    QTemporaryDir m_folder;
 };
 
 TEST_F(ContentViewTest, OneDroppedFileOpensItAndSeveralFillTheBatch)
@@ -78,7 +68,7 @@ TEST_F(ContentViewTest, OneDroppedFileOpensItAndSeveralFillTheBatch)
     const int welcomeHeight = m_app->window().height();
 
     // Upper-case extensions are recordings too.
-    const QUrl talk = copyInto(DocumentFixtures::speechWithPauses(), "TALK.WAV");
+    const QUrl talk = copyInto(Recordings::speechWithPauses(), "TALK.WAV");
     ASSERT_TRUE(drop({talk}));
     EXPECT_EQ(model().inputURL(), talk);
     EXPECT_EQ(content()->screen(), Screen::work);
@@ -88,7 +78,7 @@ TEST_F(ContentViewTest, OneDroppedFileOpensItAndSeveralFillTheBatch)
     EXPECT_NE(m_app->window().height(), welcomeHeight);
     EXPECT_EQ(content()->width(), ContentView::contentWidth);
 
-    const QUrl tone = copyInto(DocumentFixtures::shortSine(), "tone.wav");
+    const QUrl tone = copyInto(Recordings::steadyTone(), "tone.wav");
     ASSERT_TRUE(drop({talk, tone}));
     EXPECT_EQ(content()->screen(), Screen::batch);
     EXPECT_EQ(batch().items().size(), 2);
@@ -123,8 +113,7 @@ TEST_F(ContentViewTest, FilesOfOtherKindsGoToTheDocumentWhichSaysWhy)
 
 TEST_F(ContentViewTest, ReadyRowSummarisesThePlan)
 {
-    ASSERT_TRUE(
-        openAndWait(copyInto(DocumentFixtures::speechWithPauses(), "talk.wav").toLocalFile()));
+    ASSERT_TRUE(openAndWait(copyInto(Recordings::speechWithPauses(), "talk.wav").toLocalFile()));
     ASSERT_EQ(model().phase(), Phase::ready);
     const Analysis analysis = *model().analysis();
     ASSERT_EQ(analysis.silences.size(), 2u);
@@ -161,8 +150,7 @@ TEST_F(ContentViewTest, ReadyRowSummarisesThePlan)
 
 TEST_F(ContentViewTest, TheTimelineAndThePauseListChangeTheDocument)
 {
-    ASSERT_TRUE(
-        openAndWait(copyInto(DocumentFixtures::speechWithPauses(), "talk.wav").toLocalFile()));
+    ASSERT_TRUE(openAndWait(copyInto(Recordings::speechWithPauses(), "talk.wav").toLocalFile()));
     TimelineBlock* timeline = content()->workScreen()->player()->timelineBlock();
     TimelineBar* bar = timeline->bar();
     const std::vector<Segment> keepsBefore = model().analysis()->keeps;
@@ -193,7 +181,7 @@ TEST_F(ContentViewTest, TheTimelineAndThePauseListChangeTheDocument)
 
 TEST_F(ContentViewTest, AFileWithoutPausesCannotBeSaved)
 {
-    ASSERT_TRUE(openAndWait(copyInto(DocumentFixtures::shortSine(), "tone.wav").toLocalFile()));
+    ASSERT_TRUE(openAndWait(copyInto(Recordings::steadyTone(), "tone.wav").toLocalFile()));
     ASSERT_EQ(model().phase(), Phase::ready);
     EXPECT_EQ(result()->summaryText(), localized("result.noPauses"));
     EXPECT_FALSE(result()->heroPercent()->isVisible());
@@ -203,8 +191,12 @@ TEST_F(ContentViewTest, AFileWithoutPausesCannotBeSaved)
 
 TEST_F(ContentViewTest, SavingShowsProgressThenTheWrittenFile)
 {
-    const QUrl talk = copyInto(DocumentFixtures::speechWithPauses(), "talk.wav");
+    const QUrl talk = copyInto(Recordings::speechWithPauses(), "talk.wav");
     ASSERT_TRUE(openAndWait(talk.toLocalFile()));
+    // A cancelled save panel writes nothing.
+    m_panels->destination = std::nullopt;
+    result()->saveButton()->click();
+    EXPECT_EQ(model().phase(), Phase::ready);
     const QUrl output = QUrl::fromLocalFile(m_folder.filePath("short talk.m4a"));
     m_panels->destination = output;
 
@@ -238,14 +230,7 @@ TEST_F(ContentViewTest, SavingShowsProgressThenTheWrittenFile)
 
 TEST_F(ContentViewTest, CancellingASaveReturnsToReadyWithoutAFile)
 {
-    // A video long enough to re-encode that the save is still running when its first
-    // progress arrives; the tone stops now and then, so there is something to cut.
-    const QString video = Fixtures::makeWithFfmpeg(
-        "ui-long-video-with-gaps.mp4",
-        {"-f", "lavfi", "-i", "testsrc2=size=640x360:rate=30:duration=40", "-f", "lavfi", "-i",
-         "aevalsrc='0.5*sin(2*PI*300*t)*gt(mod(t,5),1.5)':s=44100:d=40", "-c:v", "libx264",
-         "-preset", "ultrafast", "-c:a", "aac", "-shortest"});
-    ASSERT_TRUE(openAndWait(copyInto(video, "lecture.mp4").toLocalFile()));
+    ASSERT_TRUE(openAndWait(copyInto(Recordings::longVideo(), "lecture.mp4").toLocalFile()));
     ASSERT_EQ(model().phase(), Phase::ready);
     ASSERT_TRUE(result()->saveButton()->isEnabled());
     EXPECT_EQ(result()->saveButton()->text(), localized("result.save.video"));
@@ -268,18 +253,9 @@ TEST_F(ContentViewTest, CancellingASaveReturnsToReadyWithoutAFile)
               QStringList{"lecture.mp4"});
 }
 
-TEST_F(ContentViewTest, ASavePanelCancelWritesNothing)
-{
-    ASSERT_TRUE(
-        openAndWait(copyInto(DocumentFixtures::speechWithPauses(), "talk.wav").toLocalFile()));
-    m_panels->destination = std::nullopt;
-    result()->saveButton()->click();
-    EXPECT_EQ(model().phase(), Phase::ready);
-}
-
 TEST_F(ContentViewTest, AnalysisShowsASpinnerThenAProgressBarAndCanBeCancelled)
 {
-    content()->accept({copyInto(DocumentFixtures::speechWithPauses(), "talk.wav")});
+    content()->accept({copyInto(Recordings::speechWithPauses(), "talk.wav")});
     ASSERT_EQ(model().phase(), Phase::analyzing);
     EXPECT_EQ(visibleRows(), QList<QWidget*>{result()->analyzingRow()});
     EXPECT_TRUE(result()->analyzingText()->isVisible());
@@ -293,8 +269,7 @@ TEST_F(ContentViewTest, AnalysisShowsASpinnerThenAProgressBarAndCanBeCancelled)
 
 TEST_F(ContentViewTest, ASliderMakesThePresetCustomButTheSaveModeDoesNot)
 {
-    ASSERT_TRUE(
-        openAndWait(copyInto(DocumentFixtures::speechWithPauses(), "talk.wav").toLocalFile()));
+    ASSERT_TRUE(openAndWait(copyInto(Recordings::speechWithPauses(), "talk.wav").toLocalFile()));
     SegmentedPicker* presets = settings()->presetPicker();
     EXPECT_FALSE(settings()->showsAdvanced());
 
@@ -328,7 +303,7 @@ TEST_F(ContentViewTest, ASliderAloneDoesNotOpenTheAdvancedPanel)
 {
     // Custom chosen by a slider elsewhere (here: directly on the model) leaves showAdvanced
     // alone; the panel shows because the preset is custom, and goes with another preset.
-    ASSERT_TRUE(openAndWait(copyInto(DocumentFixtures::shortSine(), "tone.wav").toLocalFile()));
+    ASSERT_TRUE(openAndWait(copyInto(Recordings::steadyTone(), "tone.wav").toLocalFile()));
     model().assignSensitivity(Sensitivity::custom);
     EXPECT_TRUE(settings()->showsAdvanced());
     EXPECT_FALSE(model().showAdvanced());
@@ -339,8 +314,7 @@ TEST_F(ContentViewTest, ASliderAloneDoesNotOpenTheAdvancedPanel)
 
 TEST_F(ContentViewTest, PlayControlAndTimeFollowThePreview)
 {
-    ASSERT_TRUE(
-        openAndWait(copyInto(DocumentFixtures::speechWithPauses(), "talk.wav").toLocalFile()));
+    ASSERT_TRUE(openAndWait(copyInto(Recordings::speechWithPauses(), "talk.wav").toLocalFile()));
     PlayerSection* player = content()->workScreen()->player();
     // Without skipping, a reported time only moves the playhead.
     player->skipPausesSwitch()->click();
@@ -362,7 +336,7 @@ TEST_F(ContentViewTest, TheCutListCommandWritesAnEdlAndAnXmlOfTheCurrentKeeps)
 {
     QAction* menuItem = m_app->window().saveCutListAction();
     EXPECT_FALSE(menuItem->isEnabled());
-    const QUrl talk = copyInto(DocumentFixtures::speechWithPauses(), "talk.wav");
+    const QUrl talk = copyInto(Recordings::speechWithPauses(), "talk.wav");
     ASSERT_TRUE(openAndWait(talk.toLocalFile()));
     ASSERT_EQ(model().phase(), Phase::ready);
     EXPECT_TRUE(menuItem->isEnabled());

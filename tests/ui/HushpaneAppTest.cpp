@@ -1,5 +1,4 @@
 #include "AboutDialog.h"
-#include "Fixtures.h"
 #include "LaunchLocations.h"
 #include "Localization.h"
 #include "SingleInstance.h"
@@ -23,41 +22,27 @@ using Screen = ContentView::Screen;
 
 class HushpaneAppTest : public WindowTest {
 protected:
-    void SetUp() override
-    {
-        WindowTest::SetUp();
-        ASSERT_TRUE(m_folder.isValid());
-    }
     void TearDown() override
     {
         initialFileURL.reset();
         initialBatchURL.reset();
         WindowTest::TearDown();
     }
-
-    QUrl copyInto(const QString& source, const QString& name)
-    {
-        const QString target = m_folder.filePath(name);
-        EXPECT_TRUE(QFile::copy(source, target));
-        return QUrl::fromLocalFile(target);
-    }
-
-    QTemporaryDir m_folder;
 };
 
 TEST_F(HushpaneAppTest, OpenRequestsLoadOnlyRecordingsAndOnlyWithoutABatch)
 {
-    const QUrl text = copyInto(DocumentFixtures::brokenFile(), "notes.txt");
+    const QUrl text = copyInto(Recordings::brokenFile(), "notes.txt");
     m_app->handleOpenRequest(text);
     EXPECT_TRUE(model().inputURL().isEmpty());
 
-    const QUrl movie = copyInto(DocumentFixtures::shortSine(), "CLIP.MOV");
+    const QUrl movie = copyInto(Recordings::steadyTone(), "CLIP.MOV");
     m_app->handleOpenRequest(movie);
     EXPECT_EQ(model().inputURL(), movie);
 
-    const QUrl tone = copyInto(DocumentFixtures::shortSine(), "tone.wav");
+    const QUrl tone = copyInto(Recordings::steadyTone(), "tone.wav");
     batch().setItems({tone});
-    const QUrl other = copyInto(DocumentFixtures::shortSine(), "other.wav");
+    const QUrl other = copyInto(Recordings::steadyTone(), "other.wav");
     m_app->handleOpenRequest(other);
     EXPECT_EQ(model().inputURL(), movie);
     EXPECT_EQ(content()->screen(), Screen::batch);
@@ -65,8 +50,8 @@ TEST_F(HushpaneAppTest, OpenRequestsLoadOnlyRecordingsAndOnlyWithoutABatch)
 
 TEST_F(HushpaneAppTest, LaunchPathsFillTheBatchWhenTheWindowFirstShows)
 {
-    copyInto(DocumentFixtures::shortSine(), "a.wav");
-    copyInto(DocumentFixtures::shortSine(), "b.m4a");
+    copyInto(Recordings::steadyTone(), "a.wav");
+    copyInto(Recordings::steadyTone(), "b.m4a");
     initialBatchURL = QUrl::fromLocalFile(m_folder.path());
     EXPECT_TRUE(batch().items().isEmpty());
     m_app->show();
@@ -81,7 +66,7 @@ TEST_F(HushpaneAppTest, ASecondLaunchHandsItsPathsToTheFirstWindow)
     ASSERT_TRUE(first.listen());
     QObject::connect(&first, &SingleInstance::requestReceived, m_app.get(),
                      &HushpaneApp::handleLaunchRequest);
-    const QUrl talk = copyInto(DocumentFixtures::shortSine(), "talk.wav");
+    const QUrl talk = copyInto(Recordings::steadyTone(), "talk.wav");
 
     // The second launch runs in a process of its own in real use; its client side blocks, so
     // here it runs on a thread while this one serves the request.
@@ -110,10 +95,11 @@ TEST_F(HushpaneAppTest, ALeftoverSocketDoesNotStopTheFirstLaunch)
     EXPECT_TRUE(first.listen());
 }
 
-TEST_F(HushpaneAppTest, AboutCreditsFollowTheSavedTime)
+TEST_F(HushpaneAppTest, TheHelpMenuOpensAboutWhoseCreditsFollowTheSavedTime)
 {
     m_app->show();
-    m_app->showAbout();
+    EXPECT_EQ(m_app->window().aboutAction()->text(), localized("about.menu"));
+    m_app->window().aboutAction()->trigger();
     AboutDialog* about = m_app->aboutDialog();
     ASSERT_NE(about, nullptr);
     EXPECT_TRUE(about->isVisible());
@@ -141,13 +127,8 @@ void answerQuitQuestion(const QString& button)
 
 TEST_F(HushpaneAppTest, ClosingDuringASaveAsksAndQuittingLeavesNoFile)
 {
-    const QString video = Fixtures::makeWithFfmpeg(
-        "ui-long-video-with-gaps.mp4",
-        {"-f", "lavfi", "-i", "testsrc2=size=640x360:rate=30:duration=40", "-f", "lavfi", "-i",
-         "aevalsrc='0.5*sin(2*PI*300*t)*gt(mod(t,5),1.5)':s=44100:d=40", "-c:v", "libx264",
-         "-preset", "ultrafast", "-c:a", "aac", "-shortest"});
     m_app->show();
-    content()->accept({copyInto(video, "lecture.mp4")});
+    content()->accept({copyInto(Recordings::longVideo(), "lecture.mp4")});
     ASSERT_TRUE(waitUntil([&] { return model().phase() == AppModel::Phase::ready; }));
     const QString output = m_folder.filePath("lecture (no pauses).mp4");
     model().tidle(QUrl::fromLocalFile(output));
@@ -163,21 +144,9 @@ TEST_F(HushpaneAppTest, ClosingDuringASaveAsksAndQuittingLeavesNoFile)
     ASSERT_TRUE(waitUntil([&] { return model().phase() != AppModel::Phase::encoding; }));
     EXPECT_EQ(model().phase(), AppModel::Phase::ready);
     EXPECT_FALSE(QFile::exists(output));
-}
-
-TEST_F(HushpaneAppTest, ClosingWhenIdleAsksNothing)
-{
+    // Idle, the window closes without a question.
     m_app->show();
     EXPECT_TRUE(m_app->window().close());
-}
-
-TEST_F(HushpaneAppTest, TheHelpMenuOpensAbout)
-{
-    m_app->show();
-    m_app->window().aboutAction()->trigger();
-    ASSERT_NE(m_app->aboutDialog(), nullptr);
-    EXPECT_TRUE(m_app->aboutDialog()->isVisible());
-    EXPECT_EQ(m_app->window().aboutAction()->text(), localized("about.menu"));
 }
 
 } // namespace

@@ -13,7 +13,9 @@
 
 #include <QCoreApplication>
 #include <QDropEvent>
+#include <QFile>
 #include <QMimeData>
+#include <QTemporaryDir>
 #include <QUrl>
 #include <memory>
 
@@ -48,6 +50,7 @@ protected:
     void SetUp() override
     {
         PreferenceSandboxTest::SetUp();
+        ASSERT_TRUE(m_folder.isValid());
         Completion::setDelivery(
             [this](const QString& title, const QString&) { announcements << title; });
         DesktopFiles::setUrlOpener([this](const QUrl& url) { opened << url; });
@@ -68,6 +71,14 @@ protected:
     ContentView* content() const { return m_app->window().content(); }
     AppModel& model() const { return m_app->model(); }
     BatchModel& batch() const { return m_app->batch(); }
+
+    // A copy of `source` named `name` in the test's own folder.
+    QUrl copyInto(const QString& source, const QString& name)
+    {
+        const QString target = m_folder.filePath(name);
+        EXPECT_TRUE(QFile::copy(source, target));
+        return QUrl::fromLocalFile(target);
+    }
 
     // Routes `path` as the open dialog would, and waits until its analysis has ended.
     bool openAndWait(const QString& path)
@@ -102,6 +113,7 @@ protected:
         return event.isAccepted();
     }
 
+    QTemporaryDir m_folder;
     std::unique_ptr<HushpaneApp> m_app;
     FakePlayer* m_player = nullptr;
     FakePanels* m_panels = nullptr;
