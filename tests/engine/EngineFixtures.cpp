@@ -3,9 +3,9 @@
 #include "Fixtures.h"
 
 #include <QByteArray>
-#include <QDir>
+#include <QDataStream>
 #include <QFile>
-#include <QtEndian>
+#include <QFileInfo>
 #include <stdexcept>
 
 namespace EngineFixtures {
@@ -60,6 +60,31 @@ QByteArray readAll(const QString& path)
     return file.readAll();
 }
 
+// A QuickTime movie of two 16-bit PCM sound tracks, one from each input.
+QString twoPcmTracks(const QString& base, const QStringList& inputs)
+{
+    return make(base, inputs + QStringList{"-map", "0", "-map", "1", "-c:a", "pcm_s16le"});
+}
+
+// `movie` with its first sample description, 'sowt' (little-endian 16-bit PCM), renamed to
+// 'qqzz', which no decoder knows.
+QString withUnknownCodec(const QString& movie, const QString& base)
+{
+    QByteArray bytes = readAll(movie);
+    const qsizetype at = bytes.indexOf("sowt");
+    if (at < 0)
+        throw std::runtime_error("no sample description in " + movie.toStdString());
+    return writeOnce(base, bytes.replace(at, 4, "qqzz"));
+}
+
+// The first half of 2 s of picture and tone in an MP4.
+QString firstHalf(const QString& base, const QStringList& options)
+{
+    const QByteArray whole = readAll(
+        make("whole-" + base, pictureSource(2) + toneSource(48000, 2) + fastH264 + options));
+    return writeOnce(base, whole.left(whole.size() / 2));
+}
+
 } // namespace
 
 QString tone()
@@ -78,44 +103,31 @@ QString toneWithGaps()
                 toneSource(48000, 8, "not(between(t\\,2\\,3.5))*not(between(t\\,5\\,6))"));
 }
 
-QString monoTone()
-{
-    return make("mono.wav", toneSource(44100, 2));
-}
-
-QString stereoSame()
-{
-    return make("stereo-same.wav", {"-i", monoTone(), "-af", "pan=stereo|c0=c0|c1=c0"});
-}
-
 QString stereoLeftOnly()
 {
-    return make("stereo-left.wav", {"-i", monoTone(), "-af", "pan=stereo|c0=c0|c1=0*c0"});
+    return make("tone-left.wav", {"-i", tone(), "-af", "pan=stereo|c0=c0|c1=0*c0"});
 }
 
 QString stereoOpposite()
 {
-    return make("stereo-opposite.wav", {"-i", monoTone(), "-af", "pan=stereo|c0=c0|c1=-1*c0"});
+    return make("tone-opposite.wav", {"-i", tone(), "-af", "pan=stereo|c0=c0|c1=-1*c0"});
 }
 
 QString twoTracks()
 {
-    return make("two-tracks.mov", toneSource(48000, 3) + silenceSource(48000, 3) +
-                                      QStringList{"-map", "0", "-map", "1", "-c:a", "pcm_s16le"});
+    return twoPcmTracks("two-tracks.mov", toneSource(48000, 3) + silenceSource(48000, 3));
 }
 
 QString twoTracksUnequal()
 {
-    return make("two-tracks-unequal.mov",
-                toneSource(48000, 4) + silenceSource(48000, 2) +
-                    QStringList{"-map", "0", "-map", "1", "-c:a", "pcm_s16le"});
+    return twoPcmTracks("two-tracks-unequal.mov", toneSource(48000, 4) + silenceSource(48000, 2));
 }
 
 QString twoTracksLateStart()
 {
-    return make("two-tracks-late.mov",
-                toneSource(48000, 3) + QStringList{"-itsoffset", "1"} + silenceSource(48000, 2) +
-                    QStringList{"-map", "0", "-map", "1", "-c:a", "pcm_s16le"});
+    return twoPcmTracks("two-tracks-late.mov", toneSource(48000, 3) +
+                                                   QStringList{"-itsoffset", "1"} +
+                                                   silenceSource(48000, 2));
 }
 
 QString mp3WithCover()
@@ -170,12 +182,6 @@ QString pictureOutlastsSound()
 QString adtsAac()
 {
     return make("estimated.aac", toneSource(44100, 7, "lt(t\\,4)"));
-}
-
-QString headerlessMp3()
-{
-    return make("estimated.mp3",
-                toneSource(44100, 7, "lt(t\\,4)") + QStringList{"-write_xing", "0"});
 }
 
 Speech speechWithPauses()
@@ -259,16 +265,11 @@ RealWorld liveMatroska()
 
 RealWorld unknownTrackBesideSound()
 {
-    QByteArray movie =
-        readAll(make("two-pcm.mov",
-                     silenceSource(48000, 4) + toneSource(48000, 4, "not(between(t\\,1.5\\,2.5))") +
-                         QStringList{"-map", "0", "-map", "1", "-c:a", "pcm_s16le"}));
-    // The first sample description belongs to the first track; no decoder knows 'qqzz'.
-    const qsizetype at = movie.indexOf("sowt");
-    if (at < 0)
-        throw std::runtime_error("no sample description in two-pcm.mov");
-    movie.replace(at, 4, "qqzz");
-    return {writeOnce("unknown-beside-sound.mov", movie), 1.5, 2.5};
+    // The first sample description belongs to the first track.
+    const QString movie =
+        twoPcmTracks("two-pcm.mov",
+                     silenceSource(48000, 4) + toneSource(48000, 4, "not(between(t\\,1.5\\,2.5))"));
+    return {withUnknownCodec(movie, "unknown-beside-sound.mov"), 1.5, 2.5};
 }
 
 namespace {
@@ -297,11 +298,6 @@ QString speechMp3()
 QString speechOpus()
 {
     return make("speech-long.ogg", speechSource(48000, 2) + QStringList{"-c:a", "libopus"});
-}
-
-QString speechPcm44()
-{
-    return make("speech-long-44.wav", speechSource(44100, 2));
 }
 
 QString speechPcm8kMono()
@@ -351,17 +347,12 @@ QString textNamedMp3()
 
 QString truncatedMp4()
 {
-    const QByteArray whole =
-        readAll(make("whole.mp4", pictureSource(2) + toneSource(48000, 2) + fastH264));
-    return writeOnce("truncated.mp4", whole.left(whole.size() / 2));
+    return firstHalf("truncated.mp4", {});
 }
 
 QString truncatedFaststartMp4()
 {
-    const QByteArray whole =
-        readAll(make("whole-faststart.mp4", pictureSource(2) + toneSource(48000, 2) + fastH264 +
-                                                QStringList{"-movflags", "+faststart"}));
-    return writeOnce("truncated-faststart.mp4", whole.left(whole.size() / 2));
+    return firstHalf("truncated-faststart.mp4", {"-movflags", "+faststart"});
 }
 
 QString soundTrackWithoutSamples()
@@ -373,45 +364,35 @@ QString soundTrackWithoutSamples()
 
 QString unknownSoundCodec()
 {
-    QByteArray movie =
-        readAll(make("pcm.mov", toneSource(48000, 2) + QStringList{"-c:a", "pcm_s16le"}));
-    // 'sowt' names little-endian 16-bit PCM in the sample description; no decoder knows 'qqzz'.
-    const qsizetype at = movie.indexOf("sowt");
-    if (at < 0)
-        throw std::runtime_error("no sample description in pcm.mov");
-    movie.replace(at, 4, "qqzz");
-    return writeOnce("unknown-codec.mov", movie);
+    return withUnknownCodec(
+        make("pcm.mov", toneSource(48000, 2) + QStringList{"-c:a", "pcm_s16le"}),
+        "unknown-codec.mov");
 }
 
 QString hundredChannelWav()
 {
     constexpr quint16 channels = 100;
     constexpr quint32 rate = 16000;
-    constexpr quint32 frames = rate; // 1 s
-    const QByteArray samples(qsizetype(frames) * channels * 2, '\x10');
+    const QByteArray samples(qsizetype(rate) * channels * 2, '\x10'); // 1 s
     QByteArray wav;
-    auto put32 = [&](quint32 v) {
-        const quint32 le = qToLittleEndian(v);
-        wav.append(reinterpret_cast<const char*>(&le), 4);
-    };
-    auto put16 = [&](quint16 v) {
-        const quint16 le = qToLittleEndian(v);
-        wav.append(reinterpret_cast<const char*>(&le), 2);
-    };
-    wav.append("RIFF");
-    put32(quint32(36 + samples.size()));
-    wav.append("WAVEfmt ");
-    put32(16);
-    put16(1); // integer PCM
-    put16(channels);
-    put32(rate);
-    put32(rate * channels * 2);
-    put16(channels * 2);
-    put16(16);
-    wav.append("data");
-    put32(quint32(samples.size()));
-    wav.append(samples);
+    QDataStream out(&wav, QIODevice::WriteOnly);
+    out.setByteOrder(QDataStream::LittleEndian);
+    out.writeRawData("RIFF", 4);
+    out << quint32(36 + samples.size());
+    out.writeRawData("WAVEfmt ", 8);
+    // Integer PCM, then the rate in samples and bytes, the bytes of a frame and of a sample.
+    out << quint32(16) << quint16(1) << channels << rate << quint32(rate * channels * 2)
+        << quint16(channels * 2) << quint16(16);
+    out.writeRawData("data", 4);
+    out << quint32(samples.size());
+    out.writeRawData(samples.constData(), int(samples.size()));
     return writeOnce("hundred-channels.wav", wav);
+}
+
+double decodedSeconds(const QString& path)
+{
+    return Fixtures::probeDuration(
+        Fixtures::makeWithFfmpeg(QFileInfo(path).fileName() + "-decoded.wav", {"-i", path, "-vn"}));
 }
 
 } // namespace EngineFixtures

@@ -7,8 +7,7 @@
 // Tones are 440 Hz sines of amplitude 0.5, whose level (RMS) is 0.5 / sqrt(2).
 namespace EngineFixtures {
 
-inline constexpr double toneAmplitude = 0.5;
-inline constexpr double toneLevel = 0.35355339059327373; // toneAmplitude / sqrt(2)
+inline constexpr double toneLevel = 0.35355339059327373; // 0.5 / sqrt(2)
 
 // Mono WAV at 48 kHz, 3 s of tone.
 QString tone();
@@ -16,10 +15,7 @@ QString tone();
 QString silence();
 // Mono WAV, 8 s of tone with digital silence from 2 to 3.5 s and from 5 to 6 s.
 QString toneWithGaps();
-// Mono and stereo WAVs at 44.1 kHz of the same tone, 2 s: the stereo one with the tone on
-// both channels, on the left only, and inverted on the right.
-QString monoTone();
-QString stereoSame();
+// tone() in stereo, on the left only and inverted on the right.
 QString stereoLeftOnly();
 QString stereoOpposite();
 // QuickTime movies with two sound tracks (16-bit PCM): tone 3 s and silence 3 s; tone 4 s
@@ -40,10 +36,9 @@ QString rotatedMp4();
 QString soundStartsLate();
 // 5 s of picture with 2 s of tone.
 QString pictureOutlastsSound();
-// 4 s of tone then 3 s of digital silence, as raw ADTS AAC and as an MP3 without a header:
-// FFmpeg can only estimate their length from the bitrate.
+// 4 s of tone then 3 s of digital silence as raw ADTS AAC: FFmpeg can only estimate its
+// length from the bitrate.
 QString adtsAac();
-QString headerlessMp3();
 // Three sentences of espeak-ng speech joined by 1.5 s and 1.0 s of digital silence, AAC.
 struct Speech {
     QString file;
@@ -73,12 +68,11 @@ RealWorld liveMatroska();
 RealWorld unknownTrackBesideSound();
 
 // About 17 s of espeak-ng speech with pauses, in the formats a split reading must match:
-// AAC, MP3, Opus, PCM at 44.1 kHz, PCM at 8 kHz mono, FLAC in 6 channels, and a QuickTime
-// movie with two PCM tracks (the second the speech 1.3 s later).
+// AAC, MP3, Opus, PCM at 8 kHz mono, FLAC in 6 channels, and a QuickTime movie with two PCM
+// tracks (the second the speech 1.3 s later).
 QString speechAac();
 QString speechMp3();
 QString speechOpus();
-QString speechPcm44();
 QString speechPcm8kMono();
 QString speechSixChannels();
 QString speechTwoTracks();
@@ -99,5 +93,8 @@ QString soundTrackWithoutSamples();
 QString unknownSoundCodec();
 // A WAV of 100 channels, more than the resampler takes.
 QString hundredChannelWav();
+
+// The length of a file's sound as ffmpeg decodes it (through a WAV it writes).
+double decodedSeconds(const QString& path);
 
 } // namespace EngineFixtures
