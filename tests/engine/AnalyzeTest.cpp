@@ -33,24 +33,24 @@ Analysis analyze(const QString& path, const TidleSettings& settings = standard()
 TEST(Analyze, outputPlanSuitsTheVideoFormat)
 {
     const struct {
-        QString (*fixture)();
+        const char* fixture;
         bool frameAccurate;
         OutputContainer container;
         const char* extension;
         bool hasVideo;
     } rows[] = {
-        {tone, false, OutputContainer::AppleM4A, "m4a", false},
-        {mp3WithCover, false, OutputContainer::AppleM4A, "m4a", false},
-        {mp3WithCover, true, OutputContainer::AppleM4A, "m4a", false},
-        {h264Mp4, false, OutputContainer::MPEG4, "mp4", true},
-        {h264Mov, false, OutputContainer::MPEG4, "mp4", true},
-        {hevcMp4, false, OutputContainer::MPEG4, "mp4", true},
-        {proresMov, false, OutputContainer::QuickTimeMovie, "mov", true},
-        {h264Mp4, true, OutputContainer::MPEG4, "mp4", true},
-        {proresMov, true, OutputContainer::MPEG4, "mp4", true},
+        {"tone.wav", false, OutputContainer::AppleM4A, "m4a", false},
+        {"cover.mp3", false, OutputContainer::AppleM4A, "m4a", false},
+        {"cover.mp3", true, OutputContainer::AppleM4A, "m4a", false},
+        {"h264.mp4", false, OutputContainer::MPEG4, "mp4", true},
+        {"h264.mov", false, OutputContainer::MPEG4, "mp4", true},
+        {"hevc.mp4", false, OutputContainer::MPEG4, "mp4", true},
+        {"prores.mov", false, OutputContainer::QuickTimeMovie, "mov", true},
+        {"h264.mp4", true, OutputContainer::MPEG4, "mp4", true},
+        {"prores.mov", true, OutputContainer::MPEG4, "mp4", true},
     };
     for (const auto& row : rows) {
-        const QString path = row.fixture();
+        const QString path = media(row.fixture);
         SCOPED_TRACE(testing::Message() << path.toStdString() << " " << row.frameAccurate);
         const Analysis analysis = analyze(path, standard(row.frameAccurate));
         EXPECT_EQ(analysis.outputFileType, row.container);
@@ -62,7 +62,7 @@ TEST(Analyze, outputPlanSuitsTheVideoFormat)
 // Pauses are found where the tone stops, to within one level window.
 TEST(Analyze, findsPausesWhereTheSoundStops)
 {
-    const Analysis analysis = analyze(toneWithGaps());
+    const Analysis analysis = analyze(media("tone-gaps.wav"));
     ASSERT_EQ(analysis.silences.size(), 2u);
     EXPECT_NEAR(analysis.silences[0].start, 2.0, 0.05);
     EXPECT_NEAR(analysis.silences[0].end, 3.5, 0.05);
@@ -74,27 +74,10 @@ TEST(Analyze, findsPausesWhereTheSoundStops)
     EXPECT_DOUBLE_EQ(analysis.keeps[2].end, analysis.duration);
 }
 
-// espeak-ng speech, its own quiet trimmed, joined by placed pauses. Speech fades out through
-// -35 dB a little before the -50 dB trim point and fades in likewise, and the windows quantise
-// by 0.05 s, so the pauses found may reach 0.1 s into the speech on either side; they never
-// start later or end earlier than placed by more than a window.
-TEST(Analyze, findsPlacedPausesInSpeech)
-{
-    const Speech speech = speechWithPauses();
-    const Analysis analysis = analyze(speech.file);
-    ASSERT_EQ(analysis.silences.size(), speech.pauseStarts.size());
-    for (std::size_t i = 0; i < analysis.silences.size(); ++i) {
-        EXPECT_LE(analysis.silences[i].start, speech.pauseStarts[i] + 0.05) << "pause " << i;
-        EXPECT_GE(analysis.silences[i].start, speech.pauseStarts[i] - 0.1) << "pause " << i;
-        EXPECT_GE(analysis.silences[i].end, speech.pauseEnds[i] - 0.05) << "pause " << i;
-        EXPECT_LE(analysis.silences[i].end, speech.pauseEnds[i] + 0.1) << "pause " << i;
-    }
-}
-
 // A picture that goes on after the sound keeps its quiet tail: the length is the container's.
 TEST(Analyze, durationIsTheContainersWhenPictureOutlastsSound)
 {
-    const QString path = pictureOutlastsSound();
+    const QString path = media("picture-outlasts-sound.mp4");
     const Analysis analysis = analyze(path);
     EXPECT_NEAR(analysis.duration, Fixtures::probeDuration(path), 1e-3);
     EXPECT_NEAR(analysis.duration, 5.0, 0.05);
@@ -106,7 +89,7 @@ TEST(Analyze, durationIsTheContainersWhenPictureOutlastsSound)
 // Levels sit on the file's timeline: sound that starts at 0.5 s leaves ten silent windows.
 TEST(Analyze, levelsLineUpWithTheFilesTimeline)
 {
-    const Analysis analysis = analyze(soundStartsLate());
+    const Analysis analysis = analyze(media("sound-starts-late.mov"));
     ASSERT_GE(analysis.levels.size(), 39u);
     for (std::size_t i = 0; i < 10; ++i)
         EXPECT_EQ(analysis.levels[i], 0.0f) << "level " << i;
@@ -118,7 +101,7 @@ TEST(Analyze, levelsLineUpWithTheFilesTimeline)
 // replaces it.
 TEST(Analyze, estimatedDurationIsReplacedByTheDecodedLength)
 {
-    const QString path = adtsAac();
+    const QString path = media("estimated.aac");
     ASSERT_TRUE(MediaFile(path).durationIsEstimated());
     const double decoded = decodedSeconds(path);
     EXPECT_GT(std::abs(MediaFile(path).duration() - decoded), 0.5);
@@ -135,7 +118,7 @@ TEST(Analyze, estimatedDurationIsReplacedByTheDecodedLength)
 
 TEST(Analyze, soundWithoutSamplesKeepsTheWholeFile)
 {
-    const Analysis analysis = analyze(soundTrackWithoutSamples());
+    const Analysis analysis = analyze(media("no-samples.mkv"));
     EXPECT_TRUE(analysis.levels.empty());
     EXPECT_TRUE(analysis.silences.empty());
     ASSERT_EQ(analysis.keeps.size(), 1u);
@@ -152,16 +135,18 @@ TEST(Analyze, badInputFailsWithAClearMessage)
     } rows[] = {
         {Fixtures::path("engine-missing.mp3"), std::nullopt, "No such file or directory"},
         {Fixtures::directory(), std::nullopt, "Is a directory"},
-        {emptyFile(), TidleError::Kind::unreadable, localized("diag.zeroDuration")},
-        {textNamedMp3(), std::nullopt, "Invalid data found"},
-        {truncatedMp4(), std::nullopt, "Invalid data found"},
-        {truncatedFaststartMp4(), TidleError::Kind::unreadable, localized("diag.truncated")},
-        {videoWithoutSound(), TidleError::Kind::noAudioTrack, localized("error.noAudio")},
-        {zeroDurationWav(), TidleError::Kind::unreadable, localized("diag.zeroDuration")},
+        {media("empty.mp3"), TidleError::Kind::unreadable, localized("diag.zeroDuration")},
+        {media("text.mp3"), std::nullopt, "Invalid data found"},
+        {media("truncated.mp4"), std::nullopt, "Invalid data found"},
+        {media("truncated-faststart.mp4"), TidleError::Kind::unreadable,
+         localized("diag.truncated")},
+        {media("picture-only.mp4"), TidleError::Kind::noAudioTrack, localized("error.noAudio")},
+        {media("zero.wav"), TidleError::Kind::unreadable, localized("diag.zeroDuration")},
         // Shorter than the shortest keep.
-        {tinyTone(), TidleError::Kind::allSilent, localized("error.allSilent")},
-        {unknownSoundCodec(), TidleError::Kind::unreadable, localized("diag.audioRead")},
-        {hundredChannelWav(), TidleError::Kind::unreadable, localized("diag.audioFormat")},
+        {media("tiny-tone.wav"), TidleError::Kind::allSilent, localized("error.allSilent")},
+        {media("unknown-codec.mov"), TidleError::Kind::unreadable, localized("diag.audioRead")},
+        {media("hundred-channels.wav"), TidleError::Kind::unreadable,
+         localized("diag.audioFormat")},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.path.toStdString());
@@ -178,7 +163,7 @@ TEST(Analyze, badInputFailsWithAClearMessage)
             EXPECT_TRUE(userMessage(error).contains(row.messagePart)) << error.what();
         }
         // The engine serves the next file as if nothing had happened.
-        EXPECT_EQ(engine.analyze(tone(), standard()).keeps.size(), 1u);
+        EXPECT_EQ(engine.analyze(media("tone.wav"), standard()).keeps.size(), 1u);
     }
 }
 
@@ -187,7 +172,7 @@ TEST(Analyze, progressRisesInStepsOfTwentyLevels)
     std::vector<double> reports;
     TidleEngine engine;
     const Analysis analysis =
-        engine.analyze(toneWithGaps(), standard(), [&](double p) { reports.push_back(p); });
+        engine.analyze(media("tone-gaps.wav"), standard(), [&](double p) { reports.push_back(p); });
     ASSERT_FALSE(reports.empty());
     EXPECT_EQ(reports.front(), 0.0);
     const double expected = analysis.duration / 0.05;
@@ -209,14 +194,14 @@ TEST(Analyze, cancelOnAnIdleEngineIsForgotten)
 {
     TidleEngine engine;
     engine.cancel();
-    EXPECT_EQ(engine.analyze(tone(), standard()).keeps.size(), 1u);
+    EXPECT_EQ(engine.analyze(media("tone.wav"), standard()).keeps.size(), 1u);
 }
 
 // The cancel comes from another thread while the first progress report waits for it, so it
 // surely lands mid-decoding of the ten minutes.
 TEST(Analyze, cancelFromAnotherThreadStopsDecoding)
 {
-    const QString path = longTone();
+    const QString path = media("long-tone.wav");
     TidleEngine engine;
     double lastReport = 0.0;
     try {

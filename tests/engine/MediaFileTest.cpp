@@ -22,26 +22,26 @@ QJsonArray probedStreams(const QString& file)
 TEST(MediaFile, describesTheFileAsFfprobeDoes)
 {
     const struct {
-        QString (*fixture)();
+        const char* fixture;
         std::size_t audio;
         std::size_t video;
         const char* tag; // of the video track; "" when it is the container's own, as ffprobe says
         bool estimated;
     } rows[] = {
-        {tone, 1, 0, "", false},
-        {h264Mp4, 1, 1, "avc1", false},
-        {h264Mov, 1, 1, "avc1", false},
-        {hevcMp4, 1, 1, "hvc1", false},
-        {proresMov, 1, 1, "", false},
-        {twoTracks, 2, 0, "", false},
-        {videoWithoutSound, 0, 1, "avc1", false},
-        {pictureOutlastsSound, 1, 1, "avc1", false},
+        {"tone.wav", 1, 0, "", false},
+        {"h264.mp4", 1, 1, "avc1", false},
+        {"h264.mov", 1, 1, "avc1", false},
+        {"hevc.mp4", 1, 1, "hvc1", false},
+        {"prores.mov", 1, 1, "", false},
+        {"two-tracks.mov", 2, 0, "", false},
+        {"picture-only.mp4", 0, 1, "avc1", false},
+        {"picture-outlasts-sound.mp4", 1, 1, "avc1", false},
         // ffprobe sees the cover as a video stream marked as attached.
-        {mp3WithCover, 1, 0, "", false},
-        {adtsAac, 1, 0, "", true},
+        {"cover.mp3", 1, 0, "", false},
+        {"estimated.aac", 1, 0, "", true},
     };
     for (const auto& row : rows) {
-        const QString path = row.fixture();
+        const QString path = media(row.fixture);
         SCOPED_TRACE(path.toStdString());
         const MediaFile file(path);
         EXPECT_EQ(file.audioStreams().size(), row.audio);
@@ -64,7 +64,7 @@ TEST(MediaFile, describesTheFileAsFfprobeDoes)
 
 TEST(MediaFile, rotationIsClockwiseFromTheDisplayMatrix)
 {
-    const QString path = rotatedMp4();
+    const QString path = media("rotated.mp4");
     // ffprobe reports the matrix's counter-clockwise angle.
     int probed = 0;
     for (const auto& stream : probedStreams(path))
@@ -75,7 +75,7 @@ TEST(MediaFile, rotationIsClockwiseFromTheDisplayMatrix)
 
     const MediaFile rotated(path);
     EXPECT_EQ(rotated.rotation(rotated.videoStreams().front()), 90);
-    const MediaFile upright(h264Mp4());
+    const MediaFile upright(media("h264.mp4"));
     EXPECT_EQ(upright.rotation(upright.videoStreams().front()), 0);
 }
 
@@ -84,7 +84,7 @@ TEST(MediaFile, opensARelativePathWithAColon)
 {
     const QString odd = Fixtures::path("engine-odd:name.wav");
     if (!QFile::exists(odd))
-        ASSERT_TRUE(QFile::copy(tone(), odd));
+        ASSERT_TRUE(QFile::copy(media("tone.wav"), odd));
     const QString previous = QDir::currentPath();
     ASSERT_TRUE(QDir::setCurrent(Fixtures::directory()));
     try {

@@ -22,7 +22,7 @@ LevelReading read(const QString& path, int parts,
 
 struct SplitCase {
     const char* name;
-    QString (*fixture)();
+    const char* fixture;
     int parts;
     bool split; // false: the codec cannot start mid-file exactly; decoded ahead instead
 };
@@ -37,12 +37,12 @@ class SplitReading : public testing::TestWithParam<SplitCase> {};
 TEST_P(SplitReading, givesTheLevelsOfOneReadingFromTheStart)
 {
     const SplitCase& c = GetParam();
-    const LevelReading whole = read(c.fixture(), 1);
+    const LevelReading whole = read(media(c.fixture), 1);
     ASSERT_EQ(whole.parts, 1);
     ASSERT_FALSE(whole.decodedAhead);
     ASSERT_GT(*std::max_element(whole.levels.begin(), whole.levels.end()), 0.02f);
 
-    const LevelReading split = read(c.fixture(), c.parts);
+    const LevelReading split = read(media(c.fixture), c.parts);
     if (c.split) {
         EXPECT_EQ(split.parts, c.parts);
     } else {
@@ -62,20 +62,21 @@ TEST_P(SplitReading, givesTheLevelsOfOneReadingFromTheStart)
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, SplitReading,
-                         testing::Values(SplitCase{"aac", speechAac, 2, false},
-                                         SplitCase{"mp3", speechMp3, 2, true},
-                                         SplitCase{"mp3InThree", speechMp3, 3, true},
-                                         SplitCase{"opus", speechOpus, 2, true},
-                                         SplitCase{"pcm8kHzMono", speechPcm8kMono, 2, true},
-                                         SplitCase{"flacSixChannels", speechSixChannels, 2, true},
-                                         SplitCase{"twoTracks", speechTwoTracks, 2, true}),
+                         testing::Values(SplitCase{"aac", "speech-long.m4a", 2, false},
+                                         SplitCase{"mp3", "speech-long.mp3", 2, true},
+                                         SplitCase{"mp3InThree", "speech-long.mp3", 3, true},
+                                         SplitCase{"opus", "speech-long.ogg", 2, true},
+                                         SplitCase{"pcm8kHzMono", "speech-long-8k.wav", 2, true},
+                                         SplitCase{"flacSixChannels", "speech-long-6ch.flac", 2,
+                                                   true},
+                                         SplitCase{"twoTracks", "speech-long-two.mov", 2, true}),
                          [](const auto& info) { return info.param.name; });
 
 // Reports count the levels of all stretches together, in steps of 20, and only rise.
 TEST(SplitReading, progressRisesInStepsOfTwentyLevels)
 {
     std::vector<double> reports;
-    const QString path = speechMp3();
+    const QString path = media("speech-long.mp3");
     const LevelReading reading = read(path, 3, [&](double p) { reports.push_back(p); });
     ASSERT_EQ(reading.parts, 3);
     ASSERT_GE(reports.size(), 3u);
@@ -93,7 +94,7 @@ TEST(SplitReading, progressRisesInStepsOfTwentyLevels)
 
 TEST(SplitReading, cancelStopsEveryStretch)
 {
-    MediaFile file(speechPcm8kMono());
+    MediaFile file(media("speech-long-8k.wav"));
     std::atomic<bool> cancel{false};
     try {
         readLevels(
