@@ -1,58 +1,18 @@
 #pragma once
 
 #include <QString>
-#include <vector>
 
 // Media for the engine's tests, made once per build tree by ffmpeg and espeak-ng.
-// Tones are 440 Hz sines of amplitude 0.5, whose level (RMS) is 0.5 / sqrt(2).
 namespace EngineFixtures {
 
-inline constexpr double toneAmplitude = 0.5;
-inline constexpr double toneLevel = 0.35355339059327373; // toneAmplitude / sqrt(2)
+// Tones are 440 Hz sines of amplitude 0.5, whose level (RMS) is 0.5 / sqrt(2).
+inline constexpr double toneLevel = 0.35355339059327373;
 
-// Mono WAV at 48 kHz, 3 s of tone.
-QString tone();
-// Mono WAV, 2 s of digital silence.
-QString silence();
-// Mono WAV, 8 s of tone with digital silence from 2 to 3.5 s and from 5 to 6 s.
-QString toneWithGaps();
-// Mono and stereo WAVs at 44.1 kHz of the same tone, 2 s: the stereo one with the tone on
-// both channels, on the left only, and inverted on the right.
-QString monoTone();
-QString stereoSame();
-QString stereoLeftOnly();
-QString stereoOpposite();
-// QuickTime movies with two sound tracks (16-bit PCM): tone 3 s and silence 3 s; tone 4 s
-// and silence 2 s; tone 3 s and silence placed from 1 s to 3 s.
-QString twoTracks();
-QString twoTracksUnequal();
-QString twoTracksLateStart();
-// MP3 of 3 s of tone with a cover picture.
-QString mp3WithCover();
-// 1 s of 160x120 picture with tone: H.264 in MP4, HEVC in MP4, ProRes in MOV, H.264 in MOV.
-QString h264Mp4();
-QString hevcMp4();
-QString proresMov();
-QString h264Mov();
-// H.264 in MP4 whose display matrix turns the picture a quarter turn clockwise.
-QString rotatedMp4();
-// 2 s of picture with 1.5 s of tone (16-bit PCM) that starts at 0.5 s, QuickTime.
-QString soundStartsLate();
-// 5 s of picture with 2 s of tone.
-QString pictureOutlastsSound();
-// 4 s of tone then 3 s of digital silence, as raw ADTS AAC and as an MP3 without a header:
-// FFmpeg can only estimate their length from the bitrate.
-QString adtsAac();
-QString headerlessMp3();
-// Three sentences of espeak-ng speech joined by 1.5 s and 1.0 s of digital silence, AAC.
-struct Speech {
-    QString file;
-    std::vector<double> pauseStarts;
-    std::vector<double> pauseEnds;
-};
-Speech speechWithPauses();
-// 10 minutes of 16 kHz mono tone, WAV.
-QString longTone();
+// The fixture of that file name, made on first use; EngineFixtures.cpp says what each holds.
+QString media(const QString& file);
+
+// The length of a file's sound as ffmpeg decodes it (through a WAV it writes).
+double decodedSeconds(const QString& path);
 
 // Files as phones, screen recorders, browsers and streaming tools write them. Each holds
 // tone with a quiet stretch, given as the pause it should give.
@@ -71,33 +31,5 @@ RealWorld liveWebm();
 RealWorld liveMatroska();
 // A QuickTime movie whose first sound track no decoder knows; the second holds the tone.
 RealWorld unknownTrackBesideSound();
-
-// About 17 s of espeak-ng speech with pauses, in the formats a split reading must match:
-// AAC, MP3, Opus, PCM at 44.1 kHz, PCM at 8 kHz mono, FLAC in 6 channels, and a QuickTime
-// movie with two PCM tracks (the second the speech 1.3 s later).
-QString speechAac();
-QString speechMp3();
-QString speechOpus();
-QString speechPcm44();
-QString speechPcm8kMono();
-QString speechSixChannels();
-QString speechTwoTracks();
-
-// Bad input.
-QString videoWithoutSound();
-QString zeroDurationWav();
-// 0.03 s of tone: shorter than the shortest keep.
-QString tinyTone();
-QString emptyFile();
-QString textNamedMp3();
-// An MP4 cut in half, with its index at the end (lost) and at the front (kept).
-QString truncatedMp4();
-QString truncatedFaststartMp4();
-// 2 s of picture with a sound track that holds no packets (Matroska).
-QString soundTrackWithoutSamples();
-// A QuickTime movie whose sound codec FFmpeg does not know.
-QString unknownSoundCodec();
-// A WAV of 100 channels, more than the resampler takes.
-QString hundredChannelWav();
 
 } // namespace EngineFixtures

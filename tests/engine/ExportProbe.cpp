@@ -30,6 +30,18 @@ QString movieSource(const QString& filter, const QString& file)
     return filter + "=" + file;
 }
 
+// The time of the first of ffprobe's "time,value" lines whose value exceeds `threshold`;
+// negative when none does.
+double firstAbove(const QString& csv, double threshold)
+{
+    for (const QString& line : csv.split('\n', Qt::SkipEmptyParts)) {
+        const QStringList fields = line.split(',');
+        if (fields.size() >= 2 && fields[1] != "-inf" && fields[1].toDouble() > threshold)
+            return fields[0].toDouble();
+    }
+    return -1.0;
+}
+
 } // namespace
 
 std::vector<QJsonObject> streams(const QString& file, const QString& type)
@@ -61,39 +73,16 @@ int countVideoFrames(const QString& file)
         .toInt();
 }
 
-std::vector<PacketInfo> packets(const QString& file, const QString& type)
-{
-    std::vector<PacketInfo> found;
-    const QString csv = probeCsv({"-select_streams", type + ":0", "-show_entries",
-                                  "packet=pts_time,size,flags", "-of", "csv=p=0", file});
-    for (const QString& line : csv.split('\n', Qt::SkipEmptyParts)) {
-        const QStringList fields = line.split(',');
-        if (fields.size() < 3)
-            continue;
-        found.push_back({fields[0].toDouble(), fields[1].toInt(), fields[2].startsWith('K')});
-    }
-    return found;
-}
-
 std::vector<PacketHash> videoPacketHashes(const QString& file)
 {
-    const auto result = Fixtures::run("ffmpeg", {"-v", "error", "-i", file, "-map", "0:v:0", "-c",
-                                                 "copy", "-f", "framemd5", "-"});
-    if (result.exitCode != 0)
-        throw std::runtime_error("framemd5 failed: " + result.standardError.toStdString());
-    double timeBase = 0.0;
     std::vector<PacketHash> found;
-    for (const QString& line : result.standardOutput.split('\n', Qt::SkipEmptyParts)) {
-        if (line.startsWith("#tb 0: ")) {
-            const QStringList fraction = line.mid(7).split('/');
-            timeBase = fraction.value(0).toDouble() / fraction.value(1).toDouble();
-            continue;
-        }
-        if (line.startsWith('#'))
-            continue;
+    const QString csv =
+        probeCsv({"-select_streams", "v:0", "-show_data_hash", "MD5", "-show_entries",
+                  "packet=pts_time,data_hash", "-of", "csv=p=0", file});
+    for (const QString& line : csv.split('\n', Qt::SkipEmptyParts)) {
         const QStringList fields = line.split(',');
-        if (fields.size() >= 6)
-            found.push_back({fields[2].trimmed().toDouble() * timeBase, fields[5].trimmed()});
+        if (fields.size() >= 2)
+            found.push_back({fields[0].toDouble(), fields[1]});
     }
     return found;
 }
@@ -129,12 +118,7 @@ double firstBrightPicture(const QString& file)
     const QString csv =
         probeCsv({"-f", "lavfi", "-i", movieSource("movie", file) + ",signalstats", "-show_entries",
                   "frame=pts_time:frame_tags=lavfi.signalstats.YAVG", "-of", "csv=p=0"});
-    for (const QString& line : csv.split('\n', Qt::SkipEmptyParts)) {
-        const QStringList fields = line.split(',');
-        if (fields.size() >= 2 && fields[1].toDouble() > 128.0)
-            return fields[0].toDouble();
-    }
-    return -1.0;
+    return firstAbove(csv, 128.0);
 }
 
 double firstLoudSound(const QString& file)
@@ -145,12 +129,7 @@ double firstLoudSound(const QString& file)
                       ",aresample=48000,asetnsamples=n=240,astats=metadata=1:reset=1",
                   "-show_entries", "frame=pts_time:frame_tags=lavfi.astats.Overall.Peak_level",
                   "-of", "csv=p=0"});
-    for (const QString& line : csv.split('\n', Qt::SkipEmptyParts)) {
-        const QStringList fields = line.split(',');
-        if (fields.size() >= 2 && fields[1] != "-inf" && fields[1].toDouble() > -20.0)
-            return fields[0].toDouble();
-    }
-    return -1.0;
+    return firstAbove(csv, -20.0);
 }
 
 QStringList folderEntries(const QString& folder)

@@ -14,16 +14,8 @@ QJsonObject format(const QString& file);
 double streamDuration(const QJsonObject& stream);
 // Frames of the first video stream, counted by decoding.
 int countVideoFrames(const QString& file);
-// pts_time and size of every packet of the first stream of `type` ("v" or "a").
-struct PacketInfo {
-    double time = 0.0;
-    int size = 0;
-    bool key = false;
-};
-std::vector<PacketInfo> packets(const QString& file, const QString& type);
-
-// The presentation time and an MD5 of the data of every packet of the first video stream,
-// by ffmpeg's stream copy: the same hash means the same bytes.
+// The presentation time and an MD5 of the data of every packet of the first video stream:
+// the same hash means the same bytes.
 struct PacketHash {
     double time = 0.0;
     QString hash;

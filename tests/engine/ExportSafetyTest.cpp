@@ -1,5 +1,6 @@
 #include "ExportFixtures.h"
 #include "ExportProbe.h"
+#include "ExportProgress.h"
 #include "Exporter.h"
 #include "Fixtures.h"
 #include "Localization.h"
@@ -13,6 +14,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <optional>
+#include <thread>
 
 namespace {
 
@@ -61,7 +63,8 @@ TEST(ExportSafety, replacesAFileAlreadyAtTheDestination)
     const QString output = folder.filePath("talk.m4a");
     writeFile(output, "an older file that is not media");
     TidleEngine engine;
-    engine.encode(ExportFixtures::tones(), output, toneAnalysis, settings(true), [](double) {});
+    engine.encode(ExportFixtures::media("tones.m4a"), output, toneAnalysis, settings(true),
+                  [](double) {});
     EXPECT_EQ(Fixtures::decodeErrors(output), "");
     EXPECT_NEAR(Fixtures::probeDuration(output), 3.5, 0.03);
     EXPECT_EQ(ExportProbe::folderEntries(folder.path()), QStringList{"talk.m4a"});
@@ -72,7 +75,7 @@ TEST(ExportSafety, reportsRisingProgressEndingAtExactlyOne)
     QTemporaryDir folder;
     std::vector<double> reports;
     TidleEngine engine;
-    engine.encode(ExportFixtures::longVideo(), folder.filePath("out.mp4"),
+    engine.encode(ExportFixtures::media("long.mp4"), folder.filePath("out.mp4"),
                   analysis({{1.0, 19.0}}, 20.0, true, OutputContainer::MPEG4), settings(true),
                   [&](double fraction) { reports.push_back(fraction); });
     ASSERT_GE(reports.size(), 2u) << "a re-encode of 18 s reports along the way";
@@ -89,6 +92,19 @@ TEST(ExportSafety, reportsRisingProgressEndingAtExactlyOne)
     }
 }
 
+// However far the work says it is, 1.0 waits for the file to be in place.
+TEST(ExportSafety, progressSaysOneOnlyOnceFinished)
+{
+    std::vector<double> reports;
+    ExportProgress progress([&](double fraction) { reports.push_back(fraction); });
+    std::this_thread::sleep_for(std::chrono::milliseconds(250)); // past the pause between reports
+    progress.update(1.0);
+    progress.finish();
+    ASSERT_EQ(reports.size(), 2u);
+    EXPECT_LT(reports[0], 1.0);
+    EXPECT_EQ(reports[1], 1.0);
+}
+
 TEST(ExportSafety, cancelMidwayLeavesNoFileAndNoTemporaryFile)
 {
     QTemporaryDir folder;
@@ -97,7 +113,7 @@ TEST(ExportSafety, cancelMidwayLeavesNoFileAndNoTemporaryFile)
     TidleEngine engine;
     int reports = 0;
     const TidleError error = engineError([&] {
-        engine.encode(ExportFixtures::longVideo(), output,
+        engine.encode(ExportFixtures::media("long.mp4"), output,
                       analysis({{0.0, 20.0}}, 20.0, true, OutputContainer::MPEG4), settings(true),
                       [&](double) {
                           ++reports;
@@ -111,113 +127,88 @@ TEST(ExportSafety, cancelMidwayLeavesNoFileAndNoTemporaryFile)
 
 // A cancel already set when the packets start flowing, in each strategy: the temporary
 // file exists by then and must go.
-class CancelledStrategy : public testing::TestWithParam<int> {};
-
-TEST_P(CancelledStrategy, leavesNothingBehind)
+TEST(ExportSafety, aCancelInAnyStrategyLeavesNothingBehind)
 {
-    QTemporaryDir folder;
-    Exporter::Request request;
-    request.destination = folder.filePath("out");
-    request.keeps = {{0.5, 1.5}};
-    switch (GetParam()) {
-    case 0:
-        request.input = ExportFixtures::tones();
-        request.container = OutputContainer::AppleM4A;
-        break;
-    case 1:
-        request.input = ExportFixtures::flash();
-        request.frameAccurate = true;
-        break;
-    default:
-        request.input = ExportFixtures::flash();
-        request.frameAccurate = false;
-        break;
+    const struct {
+        const char* strategy;
+        QString input;
+        OutputContainer container;
+        bool frameAccurate;
+    } rows[] = {
+        {"audio only", ExportFixtures::media("tones.m4a"), OutputContainer::AppleM4A, true},
+        {"re-encode", ExportFixtures::media("flash.mp4"), OutputContainer::MPEG4, true},
+        {"pass-through", ExportFixtures::media("flash.mp4"), OutputContainer::MPEG4, false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.strategy);
+        QTemporaryDir folder;
+        const Exporter::Request request{
+            row.input, folder.filePath("out"), row.container, {{0.5, 1.5}}, row.frameAccurate};
+        const std::atomic<bool> cancel{true};
+        const TidleError error =
+            engineError([&] { Exporter::run(request, cancel, [](double) {}); });
+        EXPECT_EQ(error.kind(), TidleError::Kind::cancelled);
+        EXPECT_TRUE(ExportProbe::folderEntries(folder.path()).isEmpty());
     }
-    const std::atomic<bool> cancel{true};
-    const TidleError error = engineError([&] { Exporter::run(request, cancel, [](double) {}); });
-    EXPECT_EQ(error.kind(), TidleError::Kind::cancelled);
-    EXPECT_TRUE(ExportProbe::folderEntries(folder.path()).isEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, CancelledStrategy, testing::Values(0, 1, 2), [](const auto& info) {
-    return std::string(info.param == 0   ? "audioOnly"
-                       : info.param == 1 ? "reencode"
-                                         : "passThrough");
-});
-
-struct DestinationCase {
-    const char* name;
-    const char* destination; // inside a fresh folder that holds a folder "sub" and a file "file"
-    const char* payload;
-};
-
-void PrintTo(const DestinationCase& c, std::ostream* out)
+TEST(ExportSafety, anUnusableDestinationFailsClearlyAndWritesNothing)
 {
-    *out << c.name;
+    // Inside a fresh folder that holds a folder "sub" and a file "file".
+    const std::pair<const char*, const char*> rows[] = {
+        {"sub", "choosing the destination: Is a directory"},
+        {"missing/out.m4a", "creating the new file: No such file or directory"},
+        {"file/out.m4a", "creating the new file: Not a directory"},
+    };
+    for (const auto& [destination, payload] : rows) {
+        SCOPED_TRACE(destination);
+        QTemporaryDir folder;
+        ASSERT_TRUE(QDir(folder.path()).mkdir("sub"));
+        writeFile(folder.filePath("file"), "x");
+        TidleEngine engine;
+        const TidleError error = engineError([&] {
+            engine.encode(ExportFixtures::media("tones.m4a"), folder.filePath(destination),
+                          toneAnalysis, settings(true), [](double) {});
+        });
+        EXPECT_EQ(error.kind(), TidleError::Kind::exportFailed);
+        EXPECT_EQ(error.payload(), payload);
+        EXPECT_EQ(
+            QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+            (QStringList{"file", "sub"}));
+        EXPECT_TRUE(ExportProbe::folderEntries(folder.filePath("sub")).isEmpty());
+    }
 }
 
-class UnusableDestination : public testing::TestWithParam<DestinationCase> {};
-
-TEST_P(UnusableDestination, failsClearlyAndWritesNothing)
+// However the path reaches the input, the export is refused and the input stays as it was.
+TEST(ExportSafety, anOutputThatIsTheInputIsRefused)
 {
-    QTemporaryDir folder;
-    ASSERT_TRUE(QDir(folder.path()).mkdir("sub"));
-    writeFile(folder.filePath("file"), "x");
-    const QString destination = folder.filePath(GetParam().destination);
-    TidleEngine engine;
-    const TidleError error = engineError([&] {
-        engine.encode(ExportFixtures::tones(), destination, toneAnalysis, settings(true),
-                      [](double) {});
-    });
-    EXPECT_EQ(error.kind(), TidleError::Kind::exportFailed);
-    EXPECT_EQ(error.payload(), GetParam().payload);
-    EXPECT_EQ(ExportProbe::folderEntries(folder.path()), (QStringList{"file"}));
-    EXPECT_TRUE(QDir(folder.path())
-                    .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)
-                    .contains("sub"));
-    EXPECT_TRUE(ExportProbe::folderEntries(folder.filePath("sub")).isEmpty());
+    for (const char* output :
+         {"dir/talk.m4a", "dir/./talk.m4a", "dir/../dir/talk.m4a", "link.m4a"}) {
+        SCOPED_TRACE(output);
+        QTemporaryDir folder;
+        ASSERT_TRUE(QDir(folder.path()).mkdir("dir"));
+        const QString input = folder.filePath("dir/talk.m4a");
+        ASSERT_TRUE(QFile::copy(ExportFixtures::media("tones.m4a"), input));
+        ASSERT_TRUE(QFile::link(input, folder.filePath("link.m4a")));
+        const QByteArray before = fileHash(input);
+        TidleEngine engine;
+        const TidleError error = engineError([&] {
+            engine.encode(input, folder.path() + "/" + output, toneAnalysis, settings(true),
+                          [](double) {});
+        });
+        EXPECT_EQ(error.kind(), TidleError::Kind::exportFailed);
+        EXPECT_EQ(error.payload(), localized("diag.sameFile"));
+        EXPECT_EQ(fileHash(input), before);
+        EXPECT_EQ(ExportProbe::folderEntries(folder.filePath("dir")), QStringList{"talk.m4a"});
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, UnusableDestination,
-    testing::Values(DestinationCase{"isAFolder", "sub", "choosing the destination: Is a directory"},
-                    DestinationCase{"folderMissing", "missing/out.m4a",
-                                    "creating the new file: No such file or directory"},
-                    DestinationCase{"folderIsAFile", "file/out.m4a",
-                                    "creating the new file: Not a directory"}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-class OutputIsInput : public testing::TestWithParam<const char*> {};
-
-TEST_P(OutputIsInput, isRefusedAndLeavesTheInputAsItWas)
-{
-    QTemporaryDir folder;
-    ASSERT_TRUE(QDir(folder.path()).mkdir("dir"));
-    const QString input = folder.filePath("dir/talk.m4a");
-    ASSERT_TRUE(QFile::copy(ExportFixtures::tones(), input));
-    ASSERT_TRUE(QFile::link(input, folder.filePath("link.m4a")));
-    const QByteArray before = fileHash(input);
-    const QString output = QString(GetParam()).replace("FOLDER", folder.path());
-
-    TidleEngine engine;
-    const TidleError error = engineError(
-        [&] { engine.encode(input, output, toneAnalysis, settings(true), [](double) {}); });
-    EXPECT_EQ(error.kind(), TidleError::Kind::exportFailed);
-    EXPECT_EQ(error.payload(), localized("diag.sameFile"));
-    EXPECT_EQ(fileHash(input), before);
-    EXPECT_EQ(ExportProbe::folderEntries(folder.filePath("dir")), QStringList{"talk.m4a"});
-}
-
-INSTANTIATE_TEST_SUITE_P(WrittenAnyWay, OutputIsInput,
-                         testing::Values("FOLDER/dir/talk.m4a", "FOLDER/dir/./talk.m4a",
-                                         "FOLDER/dir/../dir/talk.m4a", "FOLDER/link.m4a"));
 
 // Exports that fail once under way, each with its own error; the input stays as it was.
 TEST(ExportSafety, aFailureLeavesNoFileBehind)
 {
     const struct {
         const char* what;
-        QString (*input)();
+        const char* input;       // none: no input at all
         const char* destination; // "/proc/..." cannot be created, even by root
         Analysis analysis;
         bool frameAccurate;
@@ -225,12 +216,12 @@ TEST(ExportSafety, aFailureLeavesNoFileBehind)
         const char* payloadStart;
     } rows[] = {
         // ProRes cannot go into an .mp4: the container refuses it once the file is open.
-        {"prores into mp4", ExportFixtures::proresMovie, "out.mp4",
+        {"prores into mp4", "prores.mov", "out.mp4",
          analysis({{0.5, 1.5}}, 2.0, true, OutputContainer::MPEG4), false,
          TidleError::Kind::exportFailed, "writing the file header: "},
-        {"read-only place", ExportFixtures::tones, "/proc/hushpane-out.m4a", toneAnalysis, true,
+        {"read-only place", "tones.m4a", "/proc/hushpane-out.m4a", toneAnalysis, true,
          TidleError::Kind::exportFailed, "creating the new file: "},
-        {"no sound", ExportFixtures::silentVideo, "out.mp4",
+        {"no sound", "silent.mp4", "out.mp4",
          analysis({{0.5, 1.5}}, 2.0, true, OutputContainer::MPEG4), true,
          TidleError::Kind::noAudioTrack, ""},
         {"missing input", nullptr, "out.m4a", toneAnalysis, true, std::nullopt, ""},
@@ -240,7 +231,7 @@ TEST(ExportSafety, aFailureLeavesNoFileBehind)
         QTemporaryDir folder;
         const QString input = folder.filePath("input");
         if (row.input) {
-            ASSERT_TRUE(QFile::copy(row.input(), input));
+            ASSERT_TRUE(QFile::copy(ExportFixtures::media(row.input), input));
         }
         const QByteArray before = fileHash(input);
         const QString output = QDir(folder.path()).filePath(row.destination);
@@ -266,24 +257,19 @@ TEST(ExportSafety, aFailureLeavesNoFileBehind)
 
 // Names up to the file system's limit of 255 bytes, some in two-byte characters: the hidden
 // name the file is first written under must fit as well.
-class LongDestinationName : public testing::TestWithParam<std::string> {};
-
-TEST_P(LongDestinationName, isWrittenAndLeavesNothingElse)
+TEST(ExportSafety, aNameNearTheLengthLimitIsWrittenAndLeavesNothingElse)
 {
-    QTemporaryDir folder;
-    const QString name = QString::fromStdString(GetParam());
-    ASSERT_LE(QFile::encodeName(name).size(), 255);
-    TidleEngine engine;
-    engine.encode(ExportFixtures::tones(), folder.filePath(name), toneAnalysis, settings(true),
-                  [](double) {});
-    EXPECT_EQ(ExportProbe::folderEntries(folder.path()), QStringList{name});
-    EXPECT_EQ(Fixtures::decodeErrors(folder.filePath(name)), "");
+    for (const QString& name : {QString(240, 'a') + ".m4a", QString(251, 'b') + ".m4a",
+                                QString(125, QChar(0x00e9)) + ".m4a"}) {
+        SCOPED_TRACE(name.size());
+        QTemporaryDir folder;
+        ASSERT_LE(QFile::encodeName(name).size(), 255);
+        TidleEngine engine;
+        engine.encode(ExportFixtures::media("tones.m4a"), folder.filePath(name), toneAnalysis,
+                      settings(true), [](double) {});
+        EXPECT_EQ(ExportProbe::folderEntries(folder.path()), QStringList{name});
+        EXPECT_EQ(Fixtures::decodeErrors(folder.filePath(name)), "");
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(NearTheLimit, LongDestinationName,
-                         testing::Values(std::string(240, 'a') + ".m4a",
-                                         std::string(251, 'b') + ".m4a",
-                                         QString(125, QChar(0x00e9)).toStdString() + ".m4a"),
-                         [](const auto& info) { return "bytes" + std::to_string(info.index); });
 
 } // namespace

@@ -10,103 +10,54 @@ namespace {
 constexpr float loud = 0.5f;
 constexpr float quiet = 0.001f;
 
-std::vector<float> series(std::initializer_list<std::pair<float, int>> runs)
+// Levels written one character a window: '#' loud, '.' quiet, 't' exactly at the threshold,
+// 'b' just below it, 'n' not a number.
+std::vector<float> levels(const std::string& windows)
 {
-    std::vector<float> levels;
-    for (auto [level, count] : runs)
-        levels.insert(levels.end(), count, level);
-    return levels;
+    const float threshold = quietThreshold(-35.0);
+    std::vector<float> result;
+    for (char c : windows) {
+        result.push_back(c == '#'   ? loud
+                         : c == '.' ? quiet
+                         : c == 't' ? threshold
+                         : c == 'b' ? std::nextafter(threshold, 0.0f)
+                                    : std::numeric_limits<float>::quiet_NaN());
+    }
+    return result;
 }
 
-struct SilenceCase {
-    const char* name;
-    std::vector<float> levels;
-    double window;
-    double minPause;
-    double duration;
-    std::vector<Segment> expected;
-};
-
-void PrintTo(const SilenceCase& c, std::ostream* out)
+TEST(FindSilences, findsQuietRunsOfAtLeastMinPause)
 {
-    *out << c.name;
-}
-
-class FindSilences : public testing::TestWithParam<SilenceCase> {};
-
-TEST_P(FindSilences, findsQuietRunsOfAtLeastMinPause)
-{
-    const SilenceCase& c = GetParam();
-    const auto found = findSilences(c.levels, c.window, -35.0, c.minPause, c.duration);
-    ASSERT_EQ(found.size(), c.expected.size());
-    for (std::size_t i = 0; i < found.size(); ++i) {
-        EXPECT_NEAR(found[i].start, c.expected[i].start, 1e-12) << "pause " << i;
-        EXPECT_NEAR(found[i].end, c.expected[i].end, 1e-12) << "pause " << i;
+    const struct {
+        const char* levels;
+        double window, minPause, duration;
+        std::vector<Segment> expected;
+    } rows[] = {
+        {"###....###", 0.1, 0.2, 1.0, {{0.3, 0.7}}},
+        {"###....###", 0.1, 0.5, 1.0, {}},           // shorter than the minimum
+        {"###....###", 0.5, 2.0, 5.0, {{1.5, 3.5}}}, // exactly the minimum
+        {"###.###", 0.1, 0.2, 0.7, {}},              // one quiet window is too short
+        {"##...", 0.1, 0.2, 0.47, {{0.2, 0.47}}},    // a trailing pause ends at the duration
+        {"##...", 0.1, 0.3, 0.45, {}},               // and is measured to it
+        {"..........", 0.1, 0.5, 1.0, {{0.0, 1.0}}},
+        {"##..t..##", 0.1, 0.3, 0.9, {}},
+        {"##..b..##", 0.1, 0.3, 0.9, {{0.2, 0.7}}},
+        {"#...n...#", 0.1, 0.3, 0.9, {{0.1, 0.4}, {0.5, 0.8}}},
+        {"", 0.05, 0.6, 10.0, {}},
+        {"....#....#", 0.1, 0.3, 1.0, {{0.0, 0.4}, {0.5, 0.9}}},
+    };
+    for (std::size_t r = 0; r < std::size(rows); ++r) {
+        SCOPED_TRACE(testing::Message() << "row " << r);
+        const auto& row = rows[r];
+        const auto found =
+            findSilences(levels(row.levels), row.window, -35.0, row.minPause, row.duration);
+        ASSERT_EQ(found.size(), row.expected.size());
+        for (std::size_t i = 0; i < found.size(); ++i) {
+            EXPECT_NEAR(found[i].start, row.expected[i].start, 1e-12) << "pause " << i;
+            EXPECT_NEAR(found[i].end, row.expected[i].end, 1e-12) << "pause " << i;
+        }
     }
 }
-
-const float threshold = quietThreshold(-35.0);
-const float belowThreshold = std::nextafter(threshold, 0.0f);
-const float nan = std::numeric_limits<float>::quiet_NaN();
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, FindSilences,
-    testing::Values(
-        SilenceCase{
-            "middleRun", series({{loud, 3}, {quiet, 4}, {loud, 3}}), 0.1, 0.2, 1.0, {{0.3, 0.7}}},
-        SilenceCase{"runShorterThanMinPause",
-                    series({{loud, 3}, {quiet, 4}, {loud, 3}}),
-                    0.1,
-                    0.5,
-                    1.0,
-                    {}},
-        SilenceCase{"runExactlyMinPauseCounts",
-                    series({{loud, 3}, {quiet, 4}, {loud, 3}}),
-                    0.5,
-                    2.0,
-                    5.0,
-                    {{1.5, 3.5}}},
-        SilenceCase{"singleQuietWindowTooShort",
-                    series({{loud, 3}, {quiet, 1}, {loud, 3}}),
-                    0.1,
-                    0.2,
-                    0.7,
-                    {}},
-        SilenceCase{"trailingRunEndsAtDuration",
-                    series({{loud, 2}, {quiet, 3}}),
-                    0.1,
-                    0.2,
-                    0.47,
-                    {{0.2, 0.47}}},
-        SilenceCase{
-            "trailingRunTooShortForDuration", series({{loud, 2}, {quiet, 3}}), 0.1, 0.3, 0.45, {}},
-        SilenceCase{"wholeSeriesQuiet", series({{quiet, 10}}), 0.1, 0.5, 1.0, {{0.0, 1.0}}},
-        SilenceCase{"levelEqualToThresholdIsLoud",
-                    series({{loud, 2}, {quiet, 2}, {threshold, 1}, {quiet, 2}, {loud, 2}}),
-                    0.1,
-                    0.3,
-                    0.9,
-                    {}},
-        SilenceCase{"levelJustBelowThresholdIsQuiet",
-                    series({{loud, 2}, {quiet, 2}, {belowThreshold, 1}, {quiet, 2}, {loud, 2}}),
-                    0.1,
-                    0.3,
-                    0.9,
-                    {{0.2, 0.7}}},
-        SilenceCase{"notANumberIsLoud",
-                    series({{loud, 1}, {quiet, 3}, {nan, 1}, {quiet, 3}, {loud, 1}}),
-                    0.1,
-                    0.3,
-                    0.9,
-                    {{0.1, 0.4}, {0.5, 0.8}}},
-        SilenceCase{"emptySeries", {}, 0.05, 0.6, 10.0, {}},
-        SilenceCase{"twoPausesSeparatedByOneLoudWindow",
-                    series({{quiet, 4}, {loud, 1}, {quiet, 4}, {loud, 1}}),
-                    0.1,
-                    0.3,
-                    1.0,
-                    {{0.0, 0.4}, {0.5, 0.9}}}),
-    [](const testing::TestParamInfo<SilenceCase>& info) { return std::string(info.param.name); });
 
 TEST(FindSilencesTimes, areIndexTimesWindowWithoutDrift)
 {
@@ -127,72 +78,43 @@ TEST(QuietThreshold, isComputedInDoubleThenNarrowed)
     EXPECT_NEAR(quietThreshold(-35.0), 0.0177828, 1e-7);
 }
 
-struct KeepCase {
-    const char* name;
-    std::vector<Segment> silences;
-    double duration;
-    double padding;
-    std::vector<Segment> expected;
-    double minKeep = 0.05;
-};
-
-void PrintTo(const KeepCase& c, std::ostream* out)
+// Keeps are what the pauses leave once each is shrunk by the padding.
+TEST(KeepSegments, keepTheComplementOfThePaddedCuts)
 {
-    *out << c.name;
-}
-
-class KeepSegments : public testing::TestWithParam<KeepCase> {};
-
-TEST_P(KeepSegments, keepTheComplementOfThePaddedCuts)
-{
-    const KeepCase& c = GetParam();
-    const auto keeps = TidleEngine::keepSegments(c.silences, c.duration, c.padding, c.minKeep);
-    ASSERT_EQ(keeps.size(), c.expected.size());
-    for (std::size_t i = 0; i < keeps.size(); ++i) {
-        EXPECT_NEAR(keeps[i].start, c.expected[i].start, 1e-12) << "keep " << i;
-        EXPECT_NEAR(keeps[i].end, c.expected[i].end, 1e-12) << "keep " << i;
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Table, KeepSegments,
-    testing::Values(
-        KeepCase{"noPadding", {{3, 6}}, 10, 0, {{0, 3}, {6, 10}}},
-        KeepCase{"paddingShrinksCut", {{3, 6}}, 10, 0.25, {{0, 3.25}, {5.75, 10}}},
-        KeepCase{"noPausesKeepsAll", {}, 10, 0.15, {{0, 10}}},
-        KeepCase{"wholeFilePauseKeepsPaddedEnds", {{0, 10}}, 10, 0.15, {{0, 0.15}, {9.85, 10}}},
-        KeepCase{"endsShorterThanMinKeepVanish", {{0, 10}}, 10, 0.02, {}},
-        KeepCase{"pauseOfTwicePaddingCutsNothing", {{3, 3.5}}, 10, 0.25, {{0, 10}}},
-        KeepCase{"pauseBeyondDurationEndsAtDuration", {{8, 12}}, 10, 0, {{0, 8}}},
-        KeepCase{"paddingOfAPauseBeyondDurationCountsFromDuration",
-                 {{8, 12}},
-                 10,
-                 0.25,
-                 {{0, 8.25}, {9.75, 10}}},
-        KeepCase{"shortScrapBetweenPausesIsRemoved", {{1, 2}, {2.03, 3}}, 10, 0, {{0, 1}, {3, 10}}},
+    const struct {
+        std::vector<Segment> silences;
+        double duration, padding;
+        std::vector<Segment> expected;
+        double minKeep = 0.05;
+    } rows[] = {
+        {{{3, 6}}, 10, 0, {{0, 3}, {6, 10}}},
+        {{{3, 6}}, 10, 0.25, {{0, 3.25}, {5.75, 10}}},
+        {{}, 10, 0.15, {{0, 10}}},
+        {{{0, 10}}, 10, 0.15, {{0, 0.15}, {9.85, 10}}},
+        {{{0, 10}}, 10, 0.02, {}}, // ends shorter than the shortest keep vanish
+        {{{3, 3.5}}, 10, 0.25, {{0, 10}}},
+        // A pause past the duration ends there, padding included.
+        {{{8, 12}}, 10, 0, {{0, 8}}},
+        {{{8, 12}}, 10, 0.25, {{0, 8.25}, {9.75, 10}}},
+        {{{1, 2}, {2.03, 3}}, 10, 0, {{0, 1}, {3, 10}}},
         // Binary-exact lengths, so "exactly minKeep" is exact.
-        KeepCase{"scrapOfExactlyMinKeepIsKept",
-                 {{1, 2}, {2.25, 3}},
-                 10,
-                 0,
-                 {{0, 1}, {2, 2.25}, {3, 10}},
-                 0.25},
-        KeepCase{"tailOfExactlyMinKeepIsKept", {{1, 9.75}}, 10, 0, {{0, 1}, {9.75, 10}}, 0.25},
-        KeepCase{"headOfExactlyMinKeepIsKept", {{0, 4}}, 10, 0.25, {{0, 0.25}, {3.75, 10}}, 0.25},
-        KeepCase{"cursorNeverMovesBack", {{1, 5}, {2, 3}}, 10, 0, {{0, 1}, {5, 10}}},
-        KeepCase{"emptyFileKeepsNothing", {}, 0.04, 0.15, {}}),
-    [](const testing::TestParamInfo<KeepCase>& info) { return std::string(info.param.name); });
-
-TEST(KeepSegmentsReplanning, givingBackAPauseRestoresItsSpan)
-{
-    auto removed = [](const std::vector<Segment>& keeps) {
-        double kept = 0;
-        for (const Segment& k : keeps)
-            kept += k.length();
-        return 20.0 - kept;
+        {{{1, 2}, {2.25, 3}}, 10, 0, {{0, 1}, {2, 2.25}, {3, 10}}, 0.25},
+        {{{1, 9.75}}, 10, 0, {{0, 1}, {9.75, 10}}, 0.25},
+        {{{0, 4}}, 10, 0.25, {{0, 0.25}, {3.75, 10}}, 0.25},
+        {{{1, 5}, {2, 3}}, 10, 0, {{0, 1}, {5, 10}}}, // the cursor never moves back
+        {{}, 0.04, 0.15, {}},
     };
-    EXPECT_NEAR(removed(TidleEngine::keepSegments({{3, 6}, {12, 16}}, 20, 0, 0.05)), 7.0, 1e-9);
-    EXPECT_NEAR(removed(TidleEngine::keepSegments({{12, 16}}, 20, 0, 0.05)), 4.0, 1e-9);
+    for (std::size_t r = 0; r < std::size(rows); ++r) {
+        SCOPED_TRACE(testing::Message() << "row " << r);
+        const auto& row = rows[r];
+        const auto keeps =
+            TidleEngine::keepSegments(row.silences, row.duration, row.padding, row.minKeep);
+        ASSERT_EQ(keeps.size(), row.expected.size());
+        for (std::size_t i = 0; i < keeps.size(); ++i) {
+            EXPECT_NEAR(keeps[i].start, row.expected[i].start, 1e-12) << "keep " << i;
+            EXPECT_NEAR(keeps[i].end, row.expected[i].end, 1e-12) << "keep " << i;
+        }
+    }
 }
 
 } // namespace

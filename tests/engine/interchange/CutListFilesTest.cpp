@@ -18,11 +18,9 @@ QString ntscVideo()
 {
     return Fixtures::makeWithFfmpeg(
         "cutlist-ntsc.mov",
-        {"-f",      "lavfi",    "-i",        "testsrc2=size=160x120:rate=30000/1001:duration=3",
-         "-f",      "lavfi",    "-i",        "sine=frequency=440:sample_rate=48000:duration=3",
-         "-ac",     "2",        "-c:v",      "libx264",
-         "-preset", "veryfast", "-pix_fmt",  "yuv420p",
-         "-c:a",    "aac",      "-timecode", "01:00:00;00"});
+        Fixtures::args("-f lavfi -i testsrc2=size=160x120:rate=30000/1001:duration=3 -f lavfi -i "
+                       "sine=frequency=440:sample_rate=48000:duration=3 -ac 2 -c:v libx264 "
+                       "-preset veryfast -pix_fmt yuv420p -c:a aac -timecode 01:00:00;00"));
 }
 
 // 3 s of mono sound.
@@ -30,7 +28,7 @@ QString soundOnly()
 {
     return Fixtures::makeWithFfmpeg(
         "cutlist-sound.m4a",
-        {"-f", "lavfi", "-i", "sine=frequency=300:sample_rate=44100:duration=3", "-c:a", "aac"});
+        Fixtures::args("-f lavfi -i sine=frequency=300:sample_rate=44100:duration=3 -c:a aac"));
 }
 
 QString readAll(const QString& path)
@@ -144,11 +142,10 @@ TEST_F(CutListFilesTest, neverWritesOverTheRecording)
 
 TEST_F(CutListFilesTest, anUnreadableRecordingFailsWithoutWritingAnything)
 {
-    const QString notMedia = base("notes.mp4");
-    QFile file(notMedia);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("not a recording");
-    file.close();
-    EXPECT_THROW(CutListFiles::write(notMedia, keeps, base("notes")), MediaError);
+    QFile notMedia(base("notes.mp4"));
+    ASSERT_TRUE(notMedia.open(QIODevice::WriteOnly));
+    notMedia.write("not a recording");
+    notMedia.close();
+    EXPECT_THROW(CutListFiles::write(notMedia.fileName(), keeps, base("notes")), MediaError);
     EXPECT_EQ(folderContents(), QStringList({"notes.mp4"}));
 }
