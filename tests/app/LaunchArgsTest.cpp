@@ -10,11 +10,6 @@ struct ScanCase {
     LaunchPlan expected;
 };
 
-void PrintTo(const ScanCase& c, std::ostream* out)
-{
-    *out << c.name;
-}
-
 class ScanLaunchArguments : public testing::TestWithParam<ScanCase> {};
 
 TEST_P(ScanLaunchArguments, choosesModeAndLocations)
