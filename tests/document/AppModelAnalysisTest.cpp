@@ -38,14 +38,20 @@ TEST_F(AnalysisTest, StartsEmptyWithStoredPreferences)
     EXPECT_FALSE(m_model->skipPausesInPreview());
 }
 
-TEST_F(AnalysisTest, LoadingAFileAnalysesItAndNotesItAsRecent)
+TEST_F(AnalysisTest, LoadingAFileAnalysesItOrSaysWhyNotAndNotesItAsRecent)
 {
     makeModel();
+    ASSERT_TRUE(loadAndWait(Recordings::brokenFile()));
+    EXPECT_EQ(m_model->phase(), Phase::failed);
+    EXPECT_FALSE(m_model->errorMessage().isEmpty());
+    EXPECT_FALSE(m_model->analysis());
+    EXPECT_EQ(m_model->engine(), nullptr);
+
     const QString speech = Recordings::speechWithPauses();
     const QUrl url = QUrl::fromLocalFile(speech);
     ASSERT_TRUE(loadAndWait(speech));
-
     ASSERT_EQ(m_model->phase(), Phase::ready) << m_model->errorMessage().toStdString();
+    EXPECT_TRUE(m_model->errorMessage().isEmpty());
     EXPECT_EQ(m_model->inputURL(), url);
     EXPECT_EQ(m_player->source, url);
     ASSERT_TRUE(m_model->analysis());
@@ -58,22 +64,12 @@ TEST_F(AnalysisTest, LoadingAFileAnalysesItAndNotesItAsRecent)
 
     // Loaded again, it is analysed again and stays one entry of the list.
     ASSERT_TRUE(loadAndWait(speech));
-    EXPECT_EQ(m_analysesStarted, 2);
+    EXPECT_EQ(m_analysesStarted, 3);
     const QString href = QString::fromUtf8(url.toEncoded());
     const Fixtures::ProcessResult entries =
         Fixtures::run("xmllint", {"--xpath", "count(/xbel/bookmark[@href='" + href + "'])",
                                   RecentDocuments::listPath()});
     EXPECT_EQ(entries.standardOutput.trimmed(), "1");
-}
-
-TEST_F(AnalysisTest, ABrokenFileFailsWithAMessage)
-{
-    makeModel();
-    ASSERT_TRUE(loadAndWait(Recordings::brokenFile()));
-    EXPECT_EQ(m_model->phase(), Phase::failed);
-    EXPECT_FALSE(m_model->errorMessage().isEmpty());
-    EXPECT_FALSE(m_model->analysis());
-    EXPECT_EQ(m_model->engine(), nullptr);
 }
 
 // Padding assignments in a row; `same` assigns the current settings again, `pause` waits for
