@@ -10,6 +10,11 @@ struct RequestCase {
     std::optional<CommandLineRequest> expected;
 };
 
+void PrintTo(const RequestCase& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
 class ParseCommandLine : public testing::TestWithParam<RequestCase> {};
 
 TEST_P(ParseCommandLine, findsInputOutputAndMode)

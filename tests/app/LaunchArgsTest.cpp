@@ -10,6 +10,11 @@ struct ScanCase {
     LaunchPlan expected;
 };
 
+void PrintTo(const ScanCase& c, std::ostream* out)
+{
+    *out << c.name;
+}
+
 class ScanLaunchArguments : public testing::TestWithParam<ScanCase> {};
 
 TEST_P(ScanLaunchArguments, choosesModeAndLocations)

@@ -142,6 +142,10 @@ TEST_F(AnalysisTest, APresetSetsItsNumbersOnceAndCustomOnlyOpensTheSliders)
         runEventLoop(AppModel::analyzeDelayMs + 500);
         ASSERT_TRUE(analysisEnded());
         EXPECT_EQ(m_analysesStarted, row.analyses);
+        // Saved even when no number changed, as custom alone.
+        EditorPreferences stored;
+        Prefs::load(stored);
+        EXPECT_EQ(stored.sensitivity, row.preset);
     }
 }
 
