@@ -142,10 +142,6 @@ TEST_F(AnalysisTest, APresetSetsItsNumbersOnceAndCustomOnlyOpensTheSliders)
         runEventLoop(AppModel::analyzeDelayMs + 500);
         ASSERT_TRUE(analysisEnded());
         EXPECT_EQ(m_analysesStarted, row.analyses);
-        // Saved even when no number changed, as custom alone.
-        EditorPreferences stored;
-        Prefs::load(stored);
-        EXPECT_EQ(stored.sensitivity, row.preset);
     }
 }
 
@@ -173,6 +169,12 @@ TEST_F(AnalysisTest, PreferencesAreWrittenOnceAfterABurstOfChanges)
     EXPECT_FALSE(stored.skipPausesInPreview);
     EXPECT_EQ(stored.sensitivity, Sensitivity::delicate);
     EXPECT_EQ(stored.settings, (TidleSettings{-45.0, 1.0, 0.25, true}));
+
+    // Custom changes no number and is written all the same.
+    m_model->setSensitivity(Sensitivity::custom);
+    runEventLoop(AppModel::saveDelayMs + 300);
+    Prefs::load(stored);
+    EXPECT_EQ(stored.sensitivity, Sensitivity::custom);
 }
 
 // Behind a stalled recording the worker has not started the next analysis when a newer
