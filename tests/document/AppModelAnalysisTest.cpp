@@ -23,21 +23,6 @@ QByteArray contents(const QString& path)
 
 using AnalysisTest = ModelTest;
 
-TEST_F(AnalysisTest, StartsEmptyWithStoredPreferences)
-{
-    EditorPreferences stored;
-    stored.sensitivity = Sensitivity::aggressive;
-    stored.settings = {-28.0, 0.45, 0.12, false};
-    stored.skipPausesInPreview = false;
-    makeModel(stored);
-
-    EXPECT_EQ(m_model->phase(), Phase::idle);
-    EXPECT_FALSE(m_model->analysis());
-    EXPECT_EQ(m_model->sensitivity(), Sensitivity::aggressive);
-    EXPECT_EQ(m_model->settings(), stored.settings);
-    EXPECT_FALSE(m_model->skipPausesInPreview());
-}
-
 TEST_F(AnalysisTest, LoadingAFileAnalysesItOrSaysWhyNotAndNotesItAsRecent)
 {
     makeModel();
@@ -297,7 +282,7 @@ TEST_F(AnalysisTest, GivingBackPausesReplansWithTheCurrentPadding)
                        {{0.0, 0.25}, {0.75, 4.25}, {5.75, 9.25}, {29.75, 30.0}});
 }
 
-TEST_F(AnalysisTest, TheLaunchFileIsLoadedAfterConstructionUnlessTheModelIsGone)
+TEST_F(AnalysisTest, AModelStartsEmptyAndLoadsTheLaunchFileUnlessItIsGone)
 {
     QTemporaryDir folder;
     const QString launchFile = folder.filePath("launch.wav");
@@ -309,9 +294,19 @@ TEST_F(AnalysisTest, TheLaunchFileIsLoadedAfterConstructionUnlessTheModelIsGone)
     // A load would have noted the file as recently used.
     EXPECT_FALSE(contents(RecentDocuments::listPath()).contains("launch.wav"));
 
-    makeModel();
+    // A new model starts empty, with the stored preferences.
+    EditorPreferences stored;
+    stored.sensitivity = Sensitivity::aggressive;
+    stored.settings = {-28.0, 0.45, 0.12, false};
+    stored.skipPausesInPreview = false;
+    makeModel(stored);
     initialFileURL.reset();
+    EXPECT_EQ(m_model->phase(), Phase::idle);
     EXPECT_TRUE(m_model->inputURL().isEmpty());
+    EXPECT_FALSE(m_model->analysis());
+    EXPECT_EQ(m_model->sensitivity(), Sensitivity::aggressive);
+    EXPECT_EQ(m_model->settings(), stored.settings);
+    EXPECT_FALSE(m_model->skipPausesInPreview());
     ASSERT_TRUE(waitUntil([this] { return m_model->phase() == Phase::ready; }));
     EXPECT_EQ(m_model->inputURL(), QUrl::fromLocalFile(launchFile));
 }
