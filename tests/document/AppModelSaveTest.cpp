@@ -60,39 +60,6 @@ protected:
     std::vector<std::pair<QString, QString>> m_announcements;
 };
 
-TEST_F(SaveTest, ASavedFileIsCountedAndAnnounced)
-{
-    const QString output = m_folder.filePath("talk (no pauses).m4a");
-    const Analysis analysis = *m_model->analysis();
-    const double totalBefore = Stats::totalSecondsSaved();
-    const QByteArray inputContents = contents(m_input);
-    m_player->setPlaying(true);
-    ASSERT_TRUE(waitUntil([this] { return m_model->isPlaying(); }));
-    double lastProgress = -1.0;
-    QObject::connect(m_model.get(), &AppModel::progressChanged, m_model.get(),
-                     [&] { lastProgress = m_model->progress(); });
-
-    m_model->tidle(QUrl::fromLocalFile(output));
-    EXPECT_EQ(m_model->phase(), Phase::encoding);
-    EXPECT_EQ(m_model->progress(), 0.0);
-    EXPECT_FALSE(m_player->playing);
-    ASSERT_TRUE(saveEnded());
-
-    ASSERT_EQ(m_model->phase(), Phase::done) << m_model->errorMessage().toStdString();
-    EXPECT_EQ(m_model->outputURL(), QUrl::fromLocalFile(output));
-    EXPECT_EQ(lastProgress, 1.0);
-    EXPECT_NEAR(Fixtures::probeDuration(output), analysis.keptSeconds(), 0.1);
-    EXPECT_EQ(contents(m_input), inputContents);
-
-    const double removed = analysis.removedSeconds();
-    ASSERT_GT(removed, 2.0);
-    EXPECT_NEAR(Stats::totalSecondsSaved() - totalBefore, removed, 1e-9);
-    ASSERT_EQ(m_announcements.size(), 1u);
-    EXPECT_EQ(m_announcements[0].first, localized("notify.video.title"));
-    EXPECT_EQ(m_announcements[0].second,
-              localized("notify.video.body").arg("talk (no pauses).m4a", formatTime(removed)));
-}
-
 // Each failure keeps the plan, the input and the time saved as they were.
 TEST_F(SaveTest, ASaveOntoTheInputOrIntoNoFolderFailsWithAMessage)
 {
@@ -136,9 +103,9 @@ TEST_F(SaveTest, ASaveOntoTheInputOrIntoNoFolderFailsWithAMessage)
     EXPECT_EQ(folderEntries(), QStringList{"talk.wav"});
 }
 
-// Saving starts only when ready, and what comes in while it runs waits; a saved plan is saved
-// again only once it has changed.
-TEST_F(SaveTest, SavingStartsOnlyWhenReadyAndHoldsTheFile)
+// Saving starts only when ready, and what comes in while it runs waits. The new file holds the
+// kept spans, the input is left as it was, and the time saved is counted and announced.
+TEST_F(SaveTest, ASaveWaitsItsTurnAndIsCountedAndAnnounced)
 {
     const auto output = [this](const char* name) {
         return QUrl::fromLocalFile(m_folder.filePath(name));
@@ -148,8 +115,20 @@ TEST_F(SaveTest, SavingStartsOnlyWhenReadyAndHoldsTheFile)
     EXPECT_EQ(m_model->phase(), Phase::analyzing);
     ASSERT_TRUE(analysisEnded());
 
+    const Analysis analysis = *m_model->analysis();
+    const double totalBefore = Stats::totalSecondsSaved();
+    const QByteArray inputContents = contents(m_input);
+    m_player->setPlaying(true);
+    ASSERT_TRUE(waitUntil([this] { return m_model->isPlaying(); }));
+    double lastProgress = -1.0;
+    QObject::connect(m_model.get(), &AppModel::progressChanged, m_model.get(),
+                     [&] { lastProgress = m_model->progress(); });
+    const QUrl saved = output("talk (no pauses).m4a");
+    m_model->tidle(saved);
+    EXPECT_EQ(m_model->progress(), 0.0);
+    EXPECT_FALSE(m_player->playing);
+
     const QUrl other = QUrl::fromLocalFile(Recordings::steadyTone());
-    m_model->tidle(output("first.m4a"));
     m_model->load(other);
     m_model->analyze();
     m_model->clear();
@@ -159,8 +138,20 @@ TEST_F(SaveTest, SavingStartsOnlyWhenReadyAndHoldsTheFile)
     EXPECT_EQ(m_model->inputURL(), QUrl::fromLocalFile(m_input));
     EXPECT_NE(m_player->source, other);
     ASSERT_TRUE(saveEnded());
-    ASSERT_EQ(m_model->phase(), Phase::done);
+    ASSERT_EQ(m_model->phase(), Phase::done) << m_model->errorMessage().toStdString();
+    EXPECT_EQ(m_model->outputURL(), saved);
+    EXPECT_EQ(lastProgress, 1.0);
+    EXPECT_NEAR(Fixtures::probeDuration(saved.toLocalFile()), analysis.keptSeconds(), 0.1);
+    EXPECT_EQ(contents(m_input), inputContents);
+    const double removed = analysis.removedSeconds();
+    ASSERT_GT(removed, 2.0);
+    EXPECT_NEAR(Stats::totalSecondsSaved() - totalBefore, removed, 1e-9);
+    ASSERT_EQ(m_announcements.size(), 1u);
+    EXPECT_EQ(m_announcements[0].first, localized("notify.video.title"));
+    EXPECT_EQ(m_announcements[0].second,
+              localized("notify.video.body").arg("talk (no pauses).m4a", formatTime(removed)));
 
+    // A saved plan is saved again only once it has changed.
     m_model->tidle(output("unchanged.m4a"));
     EXPECT_EQ(m_model->phase(), Phase::done);
     m_model->toggleSilence(0);
@@ -175,7 +166,7 @@ TEST_F(SaveTest, SavingStartsOnlyWhenReadyAndHoldsTheFile)
     m_model->tidle(output("idle.m4a"));
     EXPECT_EQ(m_model->phase(), Phase::idle);
     runEventLoop(300);
-    EXPECT_EQ(folderEntries(), (QStringList{"first.m4a", "second.m4a", "talk.wav"}));
+    EXPECT_EQ(folderEntries(), (QStringList{"second.m4a", "talk (no pauses).m4a", "talk.wav"}));
     EXPECT_EQ(m_announcements.size(), 2u);
 }
 
