@@ -1,4 +1,3 @@
-#include "Fixtures.h"
 #include "SingleInstance.h"
 
 #include <QDir>
@@ -6,29 +5,6 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
-
-using Fixtures::runHushpane;
-
-// The real executable: the self-test wins over the command line in either order, and the
-// command-line mode is chosen over the window whatever else is given.
-TEST(Entry, selfTestWinsOverCommandLineInEitherOrder)
-{
-    const auto selfTest = runHushpane({"--selftest"});
-    const auto commandLine = runHushpane({"--cli"});
-    EXPECT_NE(selfTest.standardOutput, commandLine.standardOutput);
-    EXPECT_EQ(selfTest.standardError, "");
-    EXPECT_EQ(commandLine.standardError, "");
-    for (const QStringList& both :
-         {QStringList{"--cli", "--selftest"}, QStringList{"--selftest", "--cli"}}) {
-        const auto result = runHushpane(both);
-        EXPECT_EQ(result.exitCode, selfTest.exitCode);
-        EXPECT_EQ(result.standardOutput, selfTest.standardOutput);
-    }
-    // "--open" is only a path to the command-line mode, which then fails to read it.
-    const auto withOpen = runHushpane({"--open", "x.mov", "--cli"});
-    EXPECT_EQ(withOpen.exitCode, 1);
-    EXPECT_TRUE(withOpen.standardOutput.startsWith("error: "));
-}
 
 // The test plays the window already running: a windowed launch hands it what the program
 // entry put into the launch globals, the file to open first, and ends.

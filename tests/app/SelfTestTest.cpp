@@ -56,11 +56,11 @@ TEST(SelfTest, aFolderThatCannotBeMadeFailsTheLastCheckAndTheVerdict)
     file.close();
 
     const auto result = runSelfTestWithTemp(notAFolder);
-    const QStringList lines = result.standardOutput.split('\n', Qt::SkipEmptyParts);
-    ASSERT_EQ(lines.size(), 10);
+    QStringList expected;
     for (int i = 0; i < 8; ++i)
-        EXPECT_EQ(lines[i], "  ok   " + checkNames[i]);
-    EXPECT_EQ(lines[8], "  FAIL batch folder expands to videos");
-    EXPECT_EQ(lines[9], "1 self-test(s) FAILED.");
+        expected << "  ok   " + checkNames[i];
+    expected << "  FAIL batch folder expands to videos"
+             << "1 self-test(s) FAILED.";
+    EXPECT_EQ(result.standardOutput.split('\n', Qt::SkipEmptyParts), expected);
     EXPECT_EQ(result.exitCode, 1);
 }

@@ -20,7 +20,6 @@ TEST(Ellipsize, cutsAfterEightyUserPerceivedCharacters)
 {
     const QString family = QString::fromUtf8("\U0001F468\u200D\U0001F469\u200D\U0001F467");
     const QString accented = QString::fromUtf8("e\u0301");
-    const QString flag = QString::fromUtf8("\U0001F1E9\U0001F1EA");
     const QString thumb = QString::fromUtf8("\U0001F44D\U0001F3FD");
     struct Row {
         const char* what;
@@ -31,12 +30,10 @@ TEST(Ellipsize, cutsAfterEightyUserPerceivedCharacters)
         {"empty", "", ""},
         {"exactly 80 stays", repeated("a", 80), repeated("a", 80)},
         {"81 is cut", repeated("a", 81), repeated("a", 80) + ellipsis},
-        {"far longer", repeated("b", 300), repeated("b", 80) + ellipsis},
         {"80 emoji sequences stay", repeated(family, 80), repeated(family, 80)},
         {"81 emoji sequences are cut whole", repeated(family, 81), repeated(family, 80) + ellipsis},
         {"combining marks count with their letter", repeated(accented, 81),
          repeated(accented, 80) + ellipsis},
-        {"flags", repeated(flag, 81), repeated(flag, 80) + ellipsis},
         {"a cluster at the edge is kept whole", repeated("a", 79) + thumb + "b",
          repeated("a", 79) + thumb + ellipsis},
     };

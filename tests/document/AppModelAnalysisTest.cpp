@@ -15,15 +15,6 @@ using Phase = AppModel::Phase;
 
 const std::vector<Segment> toneKeeps = {{1.0, 4.0}, {6.0, 9.0}};
 
-void expectSegmentsNear(const std::vector<Segment>& actual, const std::vector<Segment>& expected)
-{
-    ASSERT_EQ(actual.size(), expected.size());
-    for (std::size_t i = 0; i < expected.size(); ++i) {
-        EXPECT_NEAR(actual[i].start, expected[i].start, 1e-9) << "segment " << i;
-        EXPECT_NEAR(actual[i].end, expected[i].end, 1e-9) << "segment " << i;
-    }
-}
-
 QByteArray contents(const QString& path)
 {
     QFile file(path);
@@ -32,33 +23,20 @@ QByteArray contents(const QString& path)
 
 using AnalysisTest = ModelTest;
 
-TEST_F(AnalysisTest, StartsEmptyWithStoredPreferences)
-{
-    EditorPreferences stored;
-    stored.sensitivity = Sensitivity::aggressive;
-    stored.settings = {-28.0, 0.45, 0.12, false};
-    stored.skipPausesInPreview = false;
-    makeModel(stored);
-
-    EXPECT_EQ(m_model->phase(), Phase::idle);
-    EXPECT_FALSE(m_model->analysis());
-    EXPECT_EQ(m_model->sensitivity(), Sensitivity::aggressive);
-    EXPECT_EQ(m_model->settings(), stored.settings);
-    EXPECT_FALSE(m_model->skipPausesInPreview());
-    EXPECT_FALSE(m_model->showAdvanced());
-    // Loaded values are no change: nothing starts an analysis.
-    runEventLoop(AppModel::analyzeDelayMs + 200);
-    EXPECT_EQ(m_analysesStarted, 0);
-}
-
-TEST_F(AnalysisTest, LoadingAFileAnalysesItAndNotesItAsRecent)
+TEST_F(AnalysisTest, LoadingAFileAnalysesItOrSaysWhyNotAndNotesItAsRecent)
 {
     makeModel();
+    ASSERT_TRUE(loadAndWait(Recordings::brokenFile()));
+    EXPECT_EQ(m_model->phase(), Phase::failed);
+    EXPECT_FALSE(m_model->errorMessage().isEmpty());
+    EXPECT_FALSE(m_model->analysis());
+    EXPECT_EQ(m_model->engine(), nullptr);
+
     const QString speech = Recordings::speechWithPauses();
     const QUrl url = QUrl::fromLocalFile(speech);
     ASSERT_TRUE(loadAndWait(speech));
-
     ASSERT_EQ(m_model->phase(), Phase::ready) << m_model->errorMessage().toStdString();
+    EXPECT_TRUE(m_model->errorMessage().isEmpty());
     EXPECT_EQ(m_model->inputURL(), url);
     EXPECT_EQ(m_player->source, url);
     ASSERT_TRUE(m_model->analysis());
@@ -71,22 +49,12 @@ TEST_F(AnalysisTest, LoadingAFileAnalysesItAndNotesItAsRecent)
 
     // Loaded again, it is analysed again and stays one entry of the list.
     ASSERT_TRUE(loadAndWait(speech));
-    EXPECT_EQ(m_analysesStarted, 2);
+    EXPECT_EQ(m_analysesStarted, 3);
     const QString href = QString::fromUtf8(url.toEncoded());
     const Fixtures::ProcessResult entries =
         Fixtures::run("xmllint", {"--xpath", "count(/xbel/bookmark[@href='" + href + "'])",
                                   RecentDocuments::listPath()});
     EXPECT_EQ(entries.standardOutput.trimmed(), "1");
-}
-
-TEST_F(AnalysisTest, ABrokenFileFailsWithAMessage)
-{
-    makeModel();
-    ASSERT_TRUE(loadAndWait(Recordings::brokenFile()));
-    EXPECT_EQ(m_model->phase(), Phase::failed);
-    EXPECT_FALSE(m_model->errorMessage().isEmpty());
-    EXPECT_FALSE(m_model->analysis());
-    EXPECT_EQ(m_model->engine(), nullptr);
 }
 
 // Padding assignments in a row; `same` assigns the current settings again, `pause` waits for
@@ -186,53 +154,43 @@ TEST_F(AnalysisTest, PreferencesAreWrittenOnceAfterABurstOfChanges)
     EXPECT_FALSE(stored.skipPausesInPreview);
     EXPECT_EQ(stored.sensitivity, Sensitivity::delicate);
     EXPECT_EQ(stored.settings, (TidleSettings{-45.0, 1.0, 0.25, true}));
-}
 
-TEST_F(AnalysisTest, WithoutAnAnalysisPlayStartsWhereThePlayerStands)
-{
-    makeModel();
-    m_model->seek(29.95);
-    m_model->togglePlayback();
-    EXPECT_EQ(m_player->seeks, std::vector<double>{29.95});
-    EXPECT_EQ(m_player->plays, 1);
-    EXPECT_EQ(m_model->playhead(), 29.95);
+    // Custom changes no number and is written all the same.
+    m_model->setSensitivity(Sensitivity::custom);
+    runEventLoop(AppModel::saveDelayMs + 300);
+    Prefs::load(stored);
+    EXPECT_EQ(stored.sensitivity, Sensitivity::custom);
 }
 
 // Behind a stalled recording the worker has not started the next analysis when a newer
-// request cancels it; the engine forgets that cancel, so the older result surely arrives.
-TEST_F(AnalysisTest, OlderResultsArriveAndAreDroppedForANewerRequest)
+// request or a cancel comes; the engine forgets that cancel, so the older result surely arrives.
+TEST_F(AnalysisTest, OlderResultsArriveAndAreDroppedForANewerRequestOrACancel)
 {
-    StalledInput stalled;
-    makeModel();
-    m_model->load(QUrl::fromLocalFile(stalled.path()));
-    m_model->load(QUrl::fromLocalFile(Recordings::steadyTone()));
-    setPadding(0.25);
-    m_model->analyze();
-    stalled.release();
+    for (bool cancel : {false, true}) {
+        SCOPED_TRACE(cancel ? "cancelled" : "newer request");
+        StalledInput stalled;
+        makeModel();
+        m_model->load(QUrl::fromLocalFile(stalled.path()));
+        m_model->load(QUrl::fromLocalFile(Recordings::steadyTone()));
+        if (cancel) {
+            m_model->cancelAnalysis();
+        } else {
+            setPadding(0.25);
+            m_model->analyze();
+        }
+        stalled.release();
+        if (!cancel)
+            ASSERT_TRUE(waitUntil([this] { return m_model->phase() == Phase::ready; }));
+        runEventLoop(cancel ? 1000 : 300);
 
-    ASSERT_TRUE(waitUntil([this] { return m_model->phase() == Phase::ready; }));
-    runEventLoop(300);
-    EXPECT_EQ(m_analysesStarted, 3);
-    EXPECT_EQ(m_analysesInstalled, 1);
-    EXPECT_EQ(m_model->phase(), Phase::ready);
-    EXPECT_TRUE(m_model->errorMessage().isEmpty());
-}
-
-TEST_F(AnalysisTest, CancellingTheFirstAnalysisClosesTheFileAndDropsItsResult)
-{
-    StalledInput stalled;
-    makeModel();
-    m_model->load(QUrl::fromLocalFile(stalled.path()));
-    m_model->load(QUrl::fromLocalFile(Recordings::steadyTone()));
-    m_model->cancelAnalysis();
-    stalled.release();
-    runEventLoop(1000);
-
-    EXPECT_EQ(m_model->phase(), Phase::idle);
-    EXPECT_TRUE(m_model->inputURL().isEmpty());
-    EXPECT_FALSE(m_model->analysis());
-    EXPECT_EQ(m_analysesInstalled, 0);
-    EXPECT_EQ(m_player->clears, 1);
+        EXPECT_EQ(m_model->phase(), cancel ? Phase::idle : Phase::ready);
+        EXPECT_TRUE(m_model->errorMessage().isEmpty());
+        EXPECT_EQ(m_analysesInstalled, cancel ? 0 : 1);
+        EXPECT_EQ(m_model->inputURL().isEmpty(), cancel);
+        EXPECT_EQ(m_player->clears, cancel ? 1 : 0);
+        if (!cancel)
+            EXPECT_EQ(m_analysesStarted, 3);
+    }
 }
 
 TEST_F(AnalysisTest, ACancelledOrFailedReAnalysisKeepsTheEarlierOne)
@@ -312,41 +270,19 @@ TEST_F(AnalysisTest, GivingBackPausesReplansWithTheCurrentPadding)
     setPadding(0.25);
     m_model->toggleSilence(2);
     expectSegmentsNear(m_model->analysis()->keeps, {{0.0, 0.25}, {0.75, 4.25}, {5.75, 30.0}});
-}
 
-TEST_F(AnalysisTest, TogglesWaitForTheAnalysisWhichForgetsTheGivenBackPauses)
-{
-    makeModel(withPadding(0.0));
-    ASSERT_TRUE(loadAndWait(Recordings::toneWithGaps()));
-    m_model->toggleSilence(1);
+    // Toggles wait for a running analysis, whose result forgets the given-back pauses.
     m_model->analyze();
     ASSERT_EQ(m_model->phase(), Phase::analyzing);
     m_model->toggleSilence(0);
-    EXPECT_EQ(m_model->disabledSilences(), QSet<int>{1});
+    EXPECT_EQ(m_model->disabledSilences(), QSet<int>{2});
     ASSERT_TRUE(analysisEnded());
     EXPECT_TRUE(m_model->disabledSilences().isEmpty());
-    expectSegmentsNear(m_model->analysis()->keeps, toneKeeps);
+    expectSegmentsNear(m_model->analysis()->keeps,
+                       {{0.0, 0.25}, {0.75, 4.25}, {5.75, 9.25}, {29.75, 30.0}});
 }
 
-TEST_F(AnalysisTest, ClearReturnsToTheEmptyState)
-{
-    makeModel(withPadding(0.0));
-    ASSERT_TRUE(loadAndWait(Recordings::toneWithGaps()));
-    const auto engine = m_model->engine();
-    m_model->seek(3.0);
-    m_model->clear();
-
-    EXPECT_EQ(m_model->phase(), Phase::idle);
-    EXPECT_TRUE(m_model->inputURL().isEmpty());
-    EXPECT_FALSE(m_model->analysis());
-    EXPECT_EQ(m_model->playhead(), 0.0);
-    EXPECT_TRUE(m_player->source.isEmpty());
-    EXPECT_EQ(m_model->engine(), engine);
-    m_model->analyze();
-    EXPECT_EQ(m_model->phase(), Phase::idle);
-}
-
-TEST_F(AnalysisTest, TheLaunchFileIsLoadedAfterConstructionUnlessTheModelIsGone)
+TEST_F(AnalysisTest, AModelStartsEmptyAndLoadsTheLaunchFileUnlessItIsGone)
 {
     QTemporaryDir folder;
     const QString launchFile = folder.filePath("launch.wav");
@@ -358,9 +294,19 @@ TEST_F(AnalysisTest, TheLaunchFileIsLoadedAfterConstructionUnlessTheModelIsGone)
     // A load would have noted the file as recently used.
     EXPECT_FALSE(contents(RecentDocuments::listPath()).contains("launch.wav"));
 
-    makeModel();
+    // A new model starts empty, with the stored preferences.
+    EditorPreferences stored;
+    stored.sensitivity = Sensitivity::aggressive;
+    stored.settings = {-28.0, 0.45, 0.12, false};
+    stored.skipPausesInPreview = false;
+    makeModel(stored);
     initialFileURL.reset();
+    EXPECT_EQ(m_model->phase(), Phase::idle);
     EXPECT_TRUE(m_model->inputURL().isEmpty());
+    EXPECT_FALSE(m_model->analysis());
+    EXPECT_EQ(m_model->sensitivity(), Sensitivity::aggressive);
+    EXPECT_EQ(m_model->settings(), stored.settings);
+    EXPECT_FALSE(m_model->skipPausesInPreview());
     ASSERT_TRUE(waitUntil([this] { return m_model->phase() == Phase::ready; }));
     EXPECT_EQ(m_model->inputURL(), QUrl::fromLocalFile(launchFile));
 }

@@ -18,12 +18,7 @@ protected:
         makeModel(withPadding(0.0));
         ASSERT_TRUE(loadAndWait(Recordings::toneWithGaps()));
         ASSERT_EQ(m_model->phase(), Phase::ready);
-        const std::vector<Segment>& keeps = m_model->analysis()->keeps;
-        ASSERT_EQ(keeps.size(), 2u);
-        ASSERT_NEAR(keeps[0].start, 1.0, 1e-9);
-        ASSERT_NEAR(keeps[0].end, 4.0, 1e-9);
-        ASSERT_NEAR(keeps[1].start, 6.0, 1e-9);
-        ASSERT_NEAR(keeps[1].end, 9.0, 1e-9);
+        expectSegmentsNear(m_model->analysis()->keeps, {{1.0, 4.0}, {6.0, 9.0}});
         ASSERT_NEAR(m_model->analysis()->duration, 30.0, 1e-3);
     }
 
@@ -37,67 +32,43 @@ protected:
     }
 };
 
-struct TickCase {
-    double time;
-    double playhead;
-    std::optional<double> seek;
-    bool pauses;
-};
-
+// While playing with skipping on, a tick in a removed pause moves on to the next kept span, or
+// pauses after the last; any other tick only moves the playhead.
 TEST_F(PreviewTest, TicksWhilePlayingSkipTheRemovedPauses)
-{
-    // clang-format off
-    const TickCase cases[] = {
-        {0.5,   1.0,   1.0, false}, // before the first kept span
-        {0.975, 0.975, {},  false}, // within the tolerance before a start
-        {2.5,   2.5,   {},  false},
-        {4.02,  4.02,  {},  false}, // within the tolerance after an end
-        {4.05,  6.0,   6.0, false}, // past it: on to the next kept span
-        {5.98,  5.98,  {},  false},
-        {9.02,  9.02,  {},  false},
-        {9.05,  9.05,  {},  true},  // after the last kept span
-        {29.0,  29.0,  {},  true},
-    };
-    // clang-format on
-    for (const TickCase& c : cases) {
-        setPlaying(true);
-        m_player->report(c.time);
-        EXPECT_DOUBLE_EQ(m_model->playhead(), c.playhead) << c.time;
-        if (c.seek) {
-            ASSERT_EQ(m_player->seeks.size(), 1u) << c.time;
-            EXPECT_DOUBLE_EQ(m_player->seeks.front(), *c.seek) << c.time;
-        } else {
-            EXPECT_TRUE(m_player->seeks.empty()) << c.time;
-        }
-        EXPECT_EQ(m_player->pauses, c.pauses ? 1 : 0) << c.time;
-    }
-}
-
-// Ticks that only move the playhead: while paused, with skipping off, a pause given back, or
-// a time that is no time.
-TEST_F(PreviewTest, OtherTicksOnlyMoveThePlayhead)
 {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double infinity = std::numeric_limits<double>::infinity();
+    // clang-format off
     const struct {
-        const char* what;
         bool playing;
         bool skip;
         int givenBack;
         double time;
         double playhead;
+        std::optional<double> seek;
+        bool pauses;
     } rows[] = {
-        {"paused", false, true, -1, 4.05, 4.05},
-        {"not skipping", true, false, -1, 0.5, 0.5},
-        {"not skipping, between spans", true, false, -1, 4.05, 4.05},
-        {"not skipping, after the last", true, false, -1, 9.05, 9.05},
-        {"given back", true, true, 1, 5.0, 5.0},
-        {"not a number", true, true, -1, nan, 2.0},
-        {"infinite", true, true, -1, infinity, 2.0},
-        {"minus infinite", true, true, -1, -infinity, 2.0},
+        {true,  true,  -1, 0.5,       1.0,   1.0, false}, // before the first kept span
+        {true,  true,  -1, 0.975,     0.975, {},  false}, // within the tolerance before a start
+        {true,  true,  -1, 2.5,       2.5,   {},  false},
+        {true,  true,  -1, 4.02,      4.02,  {},  false}, // within the tolerance after an end
+        {true,  true,  -1, 4.05,      6.0,   6.0, false}, // past it: on to the next kept span
+        {true,  true,  -1, 5.98,      5.98,  {},  false},
+        {true,  true,  -1, 9.02,      9.02,  {},  false},
+        {true,  true,  -1, 9.05,      9.05,  {},  true},  // after the last kept span
+        {true,  true,  -1, 29.0,      29.0,  {},  true},
+        {false, true,  -1, 4.05,      4.05,  {},  false}, // paused
+        {true,  false, -1, 0.5,       0.5,   {},  false}, // not skipping
+        {true,  false, -1, 4.05,      4.05,  {},  false},
+        {true,  false, -1, 9.05,      9.05,  {},  false},
+        {true,  true,  1,  5.0,       5.0,   {},  false}, // the pause given back
+        {true,  true,  -1, nan,       2.0,   {},  false}, // a time that is no time
+        {true,  true,  -1, infinity,  2.0,   {},  false},
+        {true,  true,  -1, -infinity, 2.0,   {},  false},
     };
+    // clang-format on
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.what);
+        SCOPED_TRACE(testing::Message() << "row " << &row - rows);
         m_model->setSkipPausesInPreview(row.skip);
         m_model->resetSilenceOverrides();
         if (row.givenBack >= 0)
@@ -105,20 +76,12 @@ TEST_F(PreviewTest, OtherTicksOnlyMoveThePlayhead)
         m_model->seek(2.0);
         setPlaying(row.playing);
         m_player->report(row.time);
-        EXPECT_EQ(m_model->playhead(), row.playhead);
-        EXPECT_TRUE(m_player->seeks.empty());
-        EXPECT_EQ(m_player->pauses, 0);
+        EXPECT_DOUBLE_EQ(m_model->playhead(), row.playhead);
+        ASSERT_EQ(m_player->seeks.size(), row.seek ? 1u : 0u);
+        if (row.seek)
+            EXPECT_DOUBLE_EQ(m_player->seeks.front(), *row.seek);
+        EXPECT_EQ(m_player->pauses, row.pauses ? 1 : 0);
     }
-}
-
-TEST_F(PreviewTest, ThePlayStateFollowsThePlayerOneTurnLater)
-{
-    EXPECT_FALSE(m_model->isPlaying());
-    m_player->setPlaying(true);
-    EXPECT_FALSE(m_model->isPlaying());
-    ASSERT_TRUE(waitUntil([this] { return m_model->isPlaying(); }));
-    m_player->setPlaying(false);
-    ASSERT_TRUE(waitUntil([this] { return !m_model->isPlaying(); }));
 }
 
 // Play from near the end starts over at the first kept span; anywhere else it plays on, and
@@ -152,13 +115,34 @@ TEST_F(PreviewTest, PlayStartsOverOnlyNearTheEnd)
     }
 }
 
-TEST_F(PreviewTest, ClearStopsThePreview)
+// The play state follows the player one turn later. The engine stays for a later save; without
+// an analysis, play starts where the player stands.
+TEST_F(PreviewTest, ClearStopsThePreviewAndReturnsToTheEmptyState)
 {
-    setPlaying(true);
+    const auto engine = m_model->engine();
+    m_model->seek(3.0);
+    m_player->setPlaying(true);
+    EXPECT_FALSE(m_model->isPlaying());
+    ASSERT_TRUE(waitUntil([this] { return m_model->isPlaying(); }));
     m_model->clear();
     EXPECT_GE(m_player->pauses, 1);
     EXPECT_EQ(m_player->clears, 1);
     ASSERT_TRUE(waitUntil([this] { return !m_model->isPlaying(); }));
+    EXPECT_EQ(m_model->phase(), Phase::idle);
+    EXPECT_TRUE(m_model->inputURL().isEmpty());
+    EXPECT_FALSE(m_model->analysis());
+    EXPECT_EQ(m_model->playhead(), 0.0);
+    EXPECT_TRUE(m_player->source.isEmpty());
+    EXPECT_EQ(m_model->engine(), engine);
+    m_model->analyze();
+    EXPECT_EQ(m_model->phase(), Phase::idle);
+
+    m_player->seeks.clear();
+    m_model->seek(29.95);
+    m_model->togglePlayback();
+    EXPECT_EQ(m_player->seeks, std::vector<double>{29.95});
+    EXPECT_EQ(m_player->plays, 1);
+    EXPECT_EQ(m_model->playhead(), 29.95);
 }
 
 } // namespace

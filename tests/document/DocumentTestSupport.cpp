@@ -34,10 +34,8 @@ void runEventLoop(int ms)
     QCoreApplication::processEvents();
 }
 
-// The media backend's sound-server client and GLib keep a few allocations until the process
-// ends, and so does Qt's offscreen platform for the native window of a video widget (a bare
-// QVideoWidget shown and deleted leaks the same); none of them is ours. Read by
-// LeakSanitizer at exit.
+// Allocations kept to the end by the media backend, GLib and Qt's offscreen platform (a bare
+// QVideoWidget shown and deleted leaks the same); none of them is ours.
 extern "C" const char* __lsan_default_suppressions()
 {
     return "leak:libpulse.so\nleak:libglib-2.0.so\nleak:libqoffscreen.so\n"

@@ -55,8 +55,7 @@ public:
 };
 
 // A recording that never finishes arriving: a named pipe, on which the worker that opens it
-// waits until release(). Work queued behind it waits too, so the test knows the order in
-// which results reach the model. Without a path, the pipe lives in a folder of its own.
+// waits until release(), and so does the work queued behind it.
 class StalledInput {
 public:
     explicit StalledInput(const QString& path = {});

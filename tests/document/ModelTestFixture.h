@@ -7,6 +7,17 @@
 
 #include <QUrl>
 #include <memory>
+#include <vector>
+
+inline void expectSegmentsNear(const std::vector<Segment>& actual,
+                               const std::vector<Segment>& expected, double tolerance = 1e-9)
+{
+    ASSERT_EQ(actual.size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        EXPECT_NEAR(actual[i].start, expected[i].start, tolerance) << "segment " << i;
+        EXPECT_NEAR(actual[i].end, expected[i].end, tolerance) << "segment " << i;
+    }
+}
 
 // A document model with a fake player over an empty preference store. Counts the analyses
 // the model starts and the analyses it installs.

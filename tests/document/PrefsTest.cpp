@@ -28,19 +28,13 @@ protected:
 void expectSame(const EditorPreferences& actual, const EditorPreferences& expected)
 {
     EXPECT_EQ(actual.sensitivity, expected.sensitivity);
-    EXPECT_EQ(actual.settings.thresholdDB, expected.settings.thresholdDB);
-    EXPECT_EQ(actual.settings.minPause, expected.settings.minPause);
-    EXPECT_EQ(actual.settings.padding, expected.settings.padding);
-    EXPECT_EQ(actual.settings.frameAccurate, expected.settings.frameAccurate);
+    EXPECT_EQ(actual.settings, expected.settings);
     EXPECT_EQ(actual.skipPausesInPreview, expected.skipPausesInPreview);
 }
 
-EditorPreferences preferences(Sensitivity sensitivity, TidleSettings settings, bool skip)
-{
-    return {sensitivity, settings, skip};
-}
-
 } // namespace
+
+using S = Sensitivity;
 
 TEST_F(Preferences, storedValuesAndTheirFallbacksLoadAsExpected)
 {
@@ -52,41 +46,34 @@ TEST_F(Preferences, storedValuesAndTheirFallbacksLoadAsExpected)
         EditorPreferences expected;
     };
     const Row rows[] = {
-        {"empty store",
-         {},
-         Sensitivity::standard,
-         preferences(Sensitivity::standard, defaults, true)},
-        {"empty store keeps the model's preset",
-         {},
-         Sensitivity::aggressive,
-         preferences(Sensitivity::aggressive, defaults, true)},
+        {"empty store keeps the model's preset", {}, S::aggressive, {S::aggressive, defaults, true}},
         {"unknown preset name, numbers still load",
          {{"pref.sensitivity", "Delicate"},
           {"pref.thresholdDB", -41.5},
           {"pref.minPause", 0.9},
           {"pref.padding", 0.2}},
-         Sensitivity::standard,
-         preferences(Sensitivity::standard, {-41.5, 0.9, 0.2, true}, true)},
+         S::standard,
+         {S::standard, {-41.5, 0.9, 0.2, true}, true}},
         {"a preset name does not bring its numbers",
          {{"pref.sensitivity", "delicate"}},
-         Sensitivity::standard,
-         preferences(Sensitivity::delicate, defaults, true)},
+         S::standard,
+         {S::delicate, defaults, true}},
         {"text that is not a number reads as zero",
          {{"pref.minPause", "about a second"}},
-         Sensitivity::standard,
-         preferences(Sensitivity::standard, {-35.0, 0.0, 0.15, true}, true)},
+         S::standard,
+         {S::standard, {-35.0, 0.0, 0.15, true}, true}},
         {"numbers written as text are numbers",
          {{"pref.thresholdDB", "-20"}, {"pref.padding", "0.5"}},
-         Sensitivity::standard,
-         preferences(Sensitivity::standard, {-20.0, 0.6, 0.5, true}, true)},
+         S::standard,
+         {S::standard, {-20.0, 0.6, 0.5, true}, true}},
         {"a string that is not true or false is not a boolean",
          {{"pref.frameAccurate", "no"}, {"pref.skipPausesInPreview", "0"}},
-         Sensitivity::standard,
-         preferences(Sensitivity::standard, defaults, true)},
+         S::standard,
+         {S::standard, defaults, true}},
         {"booleans as the file keeps them",
          {{"pref.frameAccurate", "false"}, {"pref.skipPausesInPreview", "false"}},
-         Sensitivity::standard,
-         preferences(Sensitivity::standard, {-35.0, 0.6, 0.15, false}, false)},
+         S::standard,
+         {S::standard, {-35.0, 0.6, 0.15, false}, false}},
         {"no range checks",
          {{"pref.sensitivity", "custom"},
           {"pref.thresholdDB", 6.0},
@@ -94,8 +81,8 @@ TEST_F(Preferences, storedValuesAndTheirFallbacksLoadAsExpected)
           {"pref.padding", 30.0},
           {"pref.frameAccurate", false},
           {"pref.skipPausesInPreview", true}},
-         Sensitivity::standard,
-         preferences(Sensitivity::custom, {6.0, -1.0, 30.0, false}, true)},
+         S::standard,
+         {S::custom, {6.0, -1.0, 30.0, false}, true}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
@@ -113,9 +100,9 @@ TEST_F(Preferences, storedValuesAndTheirFallbacksLoadAsExpected)
 TEST_F(Preferences, whatIsSavedLoadsBackUnchanged)
 {
     const EditorPreferences cases[] = {
-        preferences(Sensitivity::aggressive, {-30.0, 0.4, 0.1, false}, false),
-        preferences(Sensitivity::custom, {-47.25, 1.0 / 3.0, 0.07, true}, true),
-        preferences(Sensitivity::delicate, {-45.0, 1.0, 0.25, false}, true),
+        {S::aggressive, {-30.0, 0.4, 0.1, false}, false},
+        {S::custom, {-47.25, 1.0 / 3.0, 0.07, true}, true},
+        {S::delicate, {-45.0, 1.0, 0.25, false}, true},
     };
     for (const EditorPreferences& saved : cases) {
         Prefs::save(saved);
@@ -139,16 +126,4 @@ TEST_F(Preferences, saveWritesAllSixKeysToTheUsersConfigurationFile)
           "pref.padding=0.15", "pref.frameAccurate=true", "pref.skipPausesInPreview=true"})
         EXPECT_TRUE(text.contains(QLatin1String(line))) << line << "\n" << text.toStdString();
     EXPECT_EQ(PreferenceStore().allKeys().size(), 6);
-}
-
-TEST_F(Preferences, aBadValueInTheFileIsReplacedByTheNextSave)
-{
-    store({{"pref.padding", "wide"}, {"pref.frameAccurate", "maybe"}});
-    EditorPreferences model = loaded(EditorPreferences{});
-    EXPECT_EQ(model.settings.padding, 0.0);
-    model.settings.padding = 0.2;
-    Prefs::save(model);
-    PreferenceStore store;
-    EXPECT_EQ(store.value("pref.padding").toDouble(), 0.2);
-    EXPECT_EQ(store.boolean("pref.frameAccurate"), std::optional<bool>(true));
 }

@@ -48,15 +48,6 @@ signals:
     void received();
 };
 
-bool waitFor(QSignalSpy& spy, int count)
-{
-    while (spy.count() < count) {
-        if (!spy.wait(10000))
-            return false;
-    }
-    return true;
-}
-
 } // namespace
 
 TEST(Completion, withoutASessionBusNotifyReturnsAndDoesNothingElse)
@@ -88,7 +79,9 @@ TEST(Completion, eachNotificationIsANewSilentBannerFromHushpane)
     Completion::requestPermission();
     Completion::notify("Batch finished", "3 files written without their pauses.");
     Completion::notify("Pauses removed", "talk.m4a is ready, 0:42 shorter.");
-    ASSERT_TRUE(waitFor(received, 3));
+    // The server information and the two notifications.
+    while (received.count() < 3)
+        ASSERT_TRUE(received.wait(10000));
 
     EXPECT_EQ(service.serverInformationRequests, 1);
     ASSERT_EQ(service.calls.size(), 2);
