@@ -59,12 +59,6 @@ protected:
         qputenv("DBUS_SESSION_BUS_ADDRESS", m_previous);
     }
 
-    void offer(QObject* object, const QString& path, const QString& service)
-    {
-        ASSERT_TRUE(m_service.registerObject(path, object, QDBusConnection::ExportAllSlots));
-        ASSERT_TRUE(m_service.registerService(service));
-    }
-
     PrivateBus m_bus;
     QByteArray m_previous;
     QDBusConnection m_service{QString()};
@@ -74,7 +68,9 @@ protected:
 TEST_F(DesktopBusTest, RevealAsksTheFileManagerToSelectTheFile)
 {
     FakeFileManager manager;
-    offer(&manager, "/org/freedesktop/FileManager1", "org.freedesktop.FileManager1");
+    ASSERT_TRUE(m_service.registerObject("/org/freedesktop/FileManager1", &manager,
+                                         QDBusConnection::ExportAllSlots));
+    ASSERT_TRUE(m_service.registerService("org.freedesktop.FileManager1"));
     const QUrl file = QUrl::fromLocalFile("/home/ann/talks/a talk (no pauses).m4a");
     DesktopFiles::reveal(file);
     ASSERT_TRUE(waitUntil([&] { return !manager.shown.isEmpty(); }, 10000));

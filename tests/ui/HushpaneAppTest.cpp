@@ -73,7 +73,6 @@ TEST_F(HushpaneAppTest, WithNobodyListeningALaunchIsTheFirstEvenOverALeftoverSoc
 TEST_F(HushpaneAppTest, TheHelpMenuOpensAboutWhoseCreditsFollowTheSavedTime)
 {
     m_app->show();
-    EXPECT_EQ(m_app->window().aboutAction()->text(), localized("about.menu"));
     m_app->window().aboutAction()->trigger();
     AboutDialog* about = m_app->aboutDialog();
     ASSERT_NE(about, nullptr);

@@ -125,7 +125,6 @@ TEST(PauseListPopup, OpensBelowItsAnchorAndReportsClosing)
     const QRect anchorFrame(anchor->mapToGlobal(QPoint(0, 0)), anchor->size());
     EXPECT_GT(popup.geometry().top(), anchorFrame.bottom());
     EXPECT_NEAR(popup.geometry().center().x(), anchorFrame.center().x(), 1);
-    EXPECT_EQ(popup.width(), PauseListView::totalWidth);
 
     QTest::keyClick(&popup, Qt::Key_Escape);
     EXPECT_TRUE(waitUntil([&] { return !popup.isVisible(); }, 2000));
