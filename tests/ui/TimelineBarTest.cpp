@@ -130,7 +130,6 @@ TEST_F(TimelineBarTest, BarsShowWhatBecomesOfEachMoment)
     EXPECT_TRUE(near(colourAt(58.0), Brand::end(), 20)) << colourAt(58.0).name().toStdString();
     // The given-back pause at 45..50 s is mint, the cut one at 10..12 s is grey.
     const QColor mint = Appearance::mint(bar.palette());
-    EXPECT_GT(colourAt(47.0).green(), colourAt(47.0).red() + 80);
     EXPECT_TRUE(near(colourAt(47.0), mint, 30)) << colourAt(47.0).name().toStdString();
     const QColor cut = colourAt(11.0);
     EXPECT_LT(std::abs(cut.red() - cut.blue()), 10);
@@ -157,7 +156,6 @@ TEST_F(TimelineBarTest, APlayerTickRepaintsOnlyTheOldAndNewPlayhead)
     bar.setPlayhead(30.0);
     runEventLoop(50);
     bar.removeEventFilter(&recorder);
-    ASSERT_FALSE(recorder.painted.isEmpty());
     // Two thin strips at x = 0 and x = 300, not the 600 px strip.
     EXPECT_TRUE(recorder.painted.contains(QPoint(1, middle)));
     EXPECT_TRUE(recorder.painted.contains(QPoint(301, middle)));

@@ -68,19 +68,16 @@ TEST(TimelineGeometry, BarKindsPreferGivenBackThenKeptThenCut)
     const std::vector<Segment> keeps = {{0.0, 3.2}, {3.8, 6.2}, {6.8, 10.0}};
     // The pause at 3..4 is given back; after re-planning its keep runs straight through it.
     const std::vector<Segment> replanned = {{0.0, 6.2}, {6.8, 10.0}};
-    const auto givenBack = givenBackSpans(silences, {0});
+    const auto givenBackSpan = givenBackSpans(silences, {0});
+    using enum BarKind;
+    const std::pair<std::size_t, BarKind> expected[] = {
+        {10, kept}, {30, givenBack}, {35, givenBack}, {39, givenBack}, {40, kept},
+        {62, cut},  {67, cut},       {68, kept},      {99, kept}};
     for (const auto& plan : {keeps, replanned}) {
-        const auto kinds = barKinds(300, 10.0, plan, givenBack);
+        const auto kinds = barKinds(300, 10.0, plan, givenBackSpan);
         ASSERT_EQ(kinds.size(), 100u);
-        EXPECT_EQ(kinds[10], BarKind::kept);
-        EXPECT_EQ(kinds[30], BarKind::givenBack);
-        EXPECT_EQ(kinds[35], BarKind::givenBack);
-        EXPECT_EQ(kinds[39], BarKind::givenBack);
-        EXPECT_EQ(kinds[40], BarKind::kept);
-        EXPECT_EQ(kinds[62], BarKind::cut);
-        EXPECT_EQ(kinds[67], BarKind::cut);
-        EXPECT_EQ(kinds[68], BarKind::kept);
-        EXPECT_EQ(kinds[99], BarKind::kept);
+        for (const auto& [bar, kind] : expected)
+            EXPECT_EQ(kinds[bar], kind) << bar;
     }
 }
 
