@@ -8,8 +8,8 @@
 
 // Every key the code looks up is in both string tables, and every key in a table is one the
 // code looks up. Keys are found by reading the sources: the first argument of each
-// qtTrId/localized/localizedCount call, with every key-shaped literal in it (both sides of a
-// ?: choice), or, for a plain variable, the literals assigned to that variable in its file.
+// qtTrId/localized/localizedCount call, a literal or both sides of a ?: choice, or, for a
+// plain variable, the literals assigned to that variable in its file.
 
 namespace {
 
@@ -26,68 +26,21 @@ const QMap<QString, QStringList> runTimeKeys = {
 // Where the lookup functions are defined rather than called.
 const QStringList definitions = {"src/engine/Localization.h", "src/engine/Localization.cpp"};
 
-const QRegularExpression keyShape(QStringLiteral("^[A-Za-z][A-Za-z0-9]*(\\.[A-Za-z0-9]+)*$"));
-const QRegularExpression literal(QStringLiteral("\"((?:[^\"\\\\]|\\\\.)*)\""));
-
-// The code with comments blanked out; string, character and raw string literals are kept.
+// The code with comments blanked out; string and character literals are kept, so a "//" in
+// a string stays.
 QString withoutComments(const QString& code)
 {
+    static const QRegularExpression piece(
+        QStringLiteral(R"(("(?:[^"\\\n]|\\.)*"|'(?:[^'\\\n]|\\.)*')|//[^\n]*|/\*[\s\S]*?\*/)"));
     QString out;
-    out.reserve(code.size());
-    for (qsizetype i = 0; i < code.size();) {
-        const QChar c = code[i];
-        const QChar next = i + 1 < code.size() ? code[i + 1] : QChar();
-        if (c == '/' && next == '/') {
-            while (i < code.size() && code[i] != '\n')
-                ++i;
-        } else if (c == '/' && next == '*') {
-            const qsizetype end = code.indexOf(QLatin1String("*/"), i + 2);
-            i = end < 0 ? code.size() : end + 2;
-            out += ' ';
-        } else if (c == 'R' && next == '"' && (i == 0 || !code[i - 1].isLetterOrNumber())) {
-            const qsizetype open = code.indexOf('(', i);
-            const QString close = ')' + code.mid(i + 2, open - i - 2) + '"';
-            const qsizetype end = code.indexOf(close, open);
-            const qsizetype stop = end < 0 ? code.size() : end + close.size();
-            out += code.mid(i, stop - i);
-            i = stop;
-        } else if (c == '"' || c == '\'') {
-            qsizetype j = i + 1;
-            while (j < code.size() && code[j] != c) {
-                if (code[j] == '\\')
-                    ++j;
-                ++j;
-            }
-            out += code.mid(i, j + 1 - i);
-            i = j + 1;
-        } else {
-            out += c;
-            ++i;
-        }
+    qsizetype done = 0;
+    for (auto pieces = piece.globalMatch(code); pieces.hasNext();) {
+        const QRegularExpressionMatch match = pieces.next();
+        out += code.mid(done, match.capturedStart() - done);
+        out += match.capturedLength(1) > 0 ? match.captured(1) : QStringLiteral(" ");
+        done = match.capturedEnd();
     }
-    return out;
-}
-
-// The first argument of the call whose "(" is at `open`.
-QString firstArgument(const QString& code, qsizetype open)
-{
-    int depth = 0;
-    for (qsizetype i = open; i < code.size(); ++i) {
-        const QChar c = code[i];
-        if (c == '"' || c == '\'') {
-            for (++i; i < code.size() && code[i] != c; ++i) {
-                if (code[i] == '\\')
-                    ++i;
-            }
-        } else if (c == '(') {
-            ++depth;
-        } else if (c == ')' || (c == ',' && depth == 1)) {
-            if (c == ')' && --depth > 0)
-                continue;
-            return code.mid(open + 1, i - open - 1).trimmed();
-        }
-    }
-    return {};
+    return out + code.mid(done);
 }
 
 struct Scan {
@@ -100,6 +53,9 @@ Scan scanSources()
 {
     static const QRegularExpression call(
         QStringLiteral("\\b(qtTrId|localized|localizedCount)\\s*\\("));
+    // The first argument: a key, a choice between two keys, or a variable holding a key.
+    static const QRegularExpression argument(QStringLiteral(
+        R"re(\s*(?:"([^"]+)"|[^()"]*\?\s*"([^"]+)"\s*:\s*"([^"]+)"|(\w+))\s*[,)])re"));
     Scan scan;
     QDirIterator files(sourceRoot + "/src", {"*.cpp", "*.h"}, QDir::Files,
                        QDirIterator::Subdirectories);
@@ -111,21 +67,19 @@ Scan scanSources()
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
         const QString code = withoutComments(QString::fromUtf8(file.readAll()));
-        auto calls = call.globalMatch(code);
-        while (calls.hasNext()) {
+        for (auto calls = call.globalMatch(code); calls.hasNext();) {
             const QRegularExpressionMatch match = calls.next();
-            const QString argument = firstArgument(code, match.capturedEnd() - 1);
-            QStringList found;
-            for (auto literals = literal.globalMatch(argument); literals.hasNext();) {
-                const QString text = literals.next().captured(1);
-                if (keyShape.match(text).hasMatch())
-                    found << text;
-            }
-            if (found.isEmpty() && QRegularExpression("^\\w+$").match(argument).hasMatch()) {
-                const QRegularExpression assigned("\\b" + argument + "\\s*=\\s*\"([^\"]+)\"");
+            const QRegularExpressionMatch first =
+                argument.match(code, match.capturedEnd(), QRegularExpression::NormalMatch,
+                               QRegularExpression::AnchorAtOffsetMatchOption);
+            QStringList found = {first.captured(1), first.captured(2), first.captured(3)};
+            found.removeAll(QString());
+            if (const QString variable = first.captured(4); !variable.isEmpty()) {
+                const QRegularExpression assigned("\\b" + variable + "\\s*=\\s*\"([^\"]+)\"");
                 for (auto values = assigned.globalMatch(code); values.hasNext();)
                     found << values.next().captured(1);
             }
+            // Anything else is put together at run time.
             if (found.isEmpty()) {
                 scan.filesWithRunTimeKeys.insert(relative);
                 continue;
@@ -228,71 +182,48 @@ Table* StringTableTest::s_german = nullptr;
 
 } // namespace
 
-TEST_F(StringTableTest, onlyTheListedFilesPutKeysTogetherAtRunTime)
+TEST_F(StringTableTest, bothTablesHoldExactlyTheKeysTheCodeUses)
 {
-    QStringList expected = runTimeKeys.keys();
-    QStringList found = s_scan->filesWithRunTimeKeys.values();
-    EXPECT_EQ(listed(found), listed(expected))
+    EXPECT_EQ(listed(s_scan->filesWithRunTimeKeys.values()), listed(runTimeKeys.keys()))
         << "a key built at run time must be listed in this test with the keys it can make";
-}
-
-TEST_F(StringTableTest, everyKeyTheCodeUsesIsInBothTables)
-{
     for (const Table* table : {s_english, s_german}) {
         QStringList missing;
         for (const QString& key : s_scan->keys) {
             if (!table->messages.contains(key))
                 missing << key;
         }
-        EXPECT_TRUE(missing.isEmpty())
-            << table->language.toStdString() << " lacks " << listed(missing).toStdString();
-    }
-}
-
-TEST_F(StringTableTest, everyKeyInATableIsUsedByTheCode)
-{
-    for (const Table* table : {s_english, s_german}) {
         QStringList unused;
         for (const QString& key : table->messages.keys()) {
             if (!s_scan->keys.contains(key))
                 unused << key;
         }
+        EXPECT_TRUE(missing.isEmpty())
+            << table->language.toStdString() << " lacks " << listed(missing).toStdString();
         EXPECT_TRUE(unused.isEmpty())
             << table->language.toStdString() << " holds unused " << listed(unused).toStdString();
     }
 }
 
-TEST_F(StringTableTest, countedTextsHavePluralFormsAndOthersDoNot)
-{
-    for (const Table* table : {s_english, s_german}) {
-        for (auto it = table->messages.cbegin(); it != table->messages.cend(); ++it) {
-            const bool counted = s_scan->countKeys.contains(it.key());
-            EXPECT_EQ(it->numerus, counted)
-                << table->language.toStdString() << " " << it.key().toStdString();
-            // English and German both have a singular and one plural form.
-            EXPECT_EQ(it->translations.size(), counted ? 2 : 1) << it.key().toStdString();
-            for (const QString& form : it->translations)
-                EXPECT_TRUE(!counted || form.contains("%n")) << it.key().toStdString();
-        }
-    }
-}
-
-TEST_F(StringTableTest, germanTranslatesEverythingAndKeepsEveryPlaceholder)
+TEST_F(StringTableTest, everyTextIsFinishedWithItsPluralFormsAndPlaceholders)
 {
     EXPECT_EQ(s_german->language, QStringLiteral("de_DE"));
-    for (auto it = s_german->messages.cbegin(); it != s_german->messages.cend(); ++it) {
-        const Message& english = s_english->messages.value(it.key());
-        EXPECT_EQ(it->source, english.source) << it.key().toStdString();
-        EXPECT_FALSE(it->unfinished) << it.key().toStdString();
-        for (const QString& form : it->translations) {
-            EXPECT_FALSE(form.trimmed().isEmpty()) << it.key().toStdString();
-            EXPECT_EQ(placeholders(form), placeholders(english.source))
-                << it.key().toStdString() << ": " << form.toStdString();
+    for (const Table* table : {s_english, s_german}) {
+        for (auto it = table->messages.cbegin(); it != table->messages.cend(); ++it) {
+            const std::string where = table->language.toStdString() + " " + it.key().toStdString();
+            const Message& english = s_english->messages.value(it.key());
+            const bool counted = s_scan->countKeys.contains(it.key());
+            EXPECT_EQ(it->numerus, counted) << where;
+            // English and German both have a singular and one plural form.
+            EXPECT_EQ(it->translations.size(), counted ? 2 : 1) << where;
+            EXPECT_EQ(it->source, english.source) << where;
+            EXPECT_FALSE(it->unfinished) << where;
+            for (const QString& form : it->translations) {
+                EXPECT_FALSE(form.trimmed().isEmpty()) << where;
+                EXPECT_TRUE(!counted || form.contains("%n")) << where;
+                EXPECT_EQ(placeholders(form), placeholders(english.source))
+                    << where << ": " << form.toStdString();
+            }
         }
-    }
-    for (auto it = s_english->messages.cbegin(); it != s_english->messages.cend(); ++it) {
-        for (const QString& form : it->translations)
-            EXPECT_EQ(placeholders(form), placeholders(it->source)) << it.key().toStdString();
     }
 }
 

@@ -91,18 +91,13 @@ TEST_F(ContentViewTest, OneDroppedFileOpensItAndSeveralFillTheBatch)
 
 TEST_F(ContentViewTest, FilesOfOtherKindsGoToTheDocumentWhichSaysWhy)
 {
-    const QString text = m_folder.filePath("notes.txt");
-    QFile file(text);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("no sound here\n");
-    file.close();
     QDir(m_folder.path()).mkdir("empty");
 
     // A folder without recordings changes nothing.
     ASSERT_TRUE(drop({QUrl::fromLocalFile(m_folder.filePath("empty"))}));
     EXPECT_EQ(content()->screen(), Screen::welcome);
 
-    ASSERT_TRUE(openAndWait(text));
+    ASSERT_TRUE(openAndWait(copyInto(Recordings::brokenFile(), "notes.txt").toLocalFile()));
     EXPECT_EQ(content()->screen(), Screen::work);
     EXPECT_EQ(model().phase(), Phase::failed);
     EXPECT_EQ(visibleRows(), QList<QWidget*>{result()->failedRow()});
@@ -111,7 +106,7 @@ TEST_F(ContentViewTest, FilesOfOtherKindsGoToTheDocumentWhichSaysWhy)
     EXPECT_TRUE(result()->retryButton()->isVisible());
 }
 
-TEST_F(ContentViewTest, ReadyRowSummarisesThePlan)
+TEST_F(ContentViewTest, ReadyRowSummarisesThePlanThatTheTimelineAndPauseListChange)
 {
     ASSERT_TRUE(openAndWait(copyInto(Recordings::speechWithPauses(), "talk.wav").toLocalFile()));
     ASSERT_EQ(model().phase(), Phase::ready);
@@ -128,15 +123,35 @@ TEST_F(ContentViewTest, ReadyRowSummarisesThePlan)
     EXPECT_EQ(content()->workScreen()->header()->durationLabel()->text(),
               formatTime(analysis.duration));
     TimelineBlock* timeline = content()->workScreen()->player()->timelineBlock();
+    TimelineBar* bar = timeline->bar();
     EXPECT_TRUE(timeline->showsBar());
     EXPECT_TRUE(timeline->pausesLink()->isVisible());
     EXPECT_FALSE(timeline->resetLink()->isVisible());
 
-    // Every pause given back: nothing left to remove, so nothing to save.
-    model().toggleSilence(0);
+    // A click on the second pause gives it back: the plan keeps it from now on.
+    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->pauseArea(1).center().toPoint());
+    EXPECT_EQ(model().disabledSilences(), QSet<int>{1});
+    EXPECT_EQ(bar->disabledSilences(), QSet<int>{1});
+    EXPECT_LT(model().analysis()->keeps.size(), analysis.keeps.size());
     EXPECT_TRUE(timeline->resetLink()->isVisible());
     EXPECT_TRUE(timeline->restoredLegend()->isVisible());
-    model().toggleSilence(1);
+
+    // The pause list opens from the count under the timeline and shows the same state.
+    timeline->pausesLink()->click();
+    PauseListView* list = timeline->pauseList();
+    ASSERT_NE(list, nullptr);
+    EXPECT_TRUE(list->isVisible());
+    const auto ticked = [&](int row) {
+        return list->model()->index(row).data(Qt::CheckStateRole).value<Qt::CheckState>();
+    };
+    EXPECT_EQ(ticked(1), Qt::Unchecked);
+    list->onSeek(3.5);
+    EXPECT_EQ(model().playhead(), 3.5);
+    ASSERT_FALSE(m_player->seeks.empty());
+    EXPECT_EQ(m_player->seeks.back(), 3.5);
+    list->onToggle(0);
+    EXPECT_EQ(ticked(0), Qt::Unchecked);
+    // Every pause given back: nothing left to remove, so nothing to save.
     EXPECT_EQ(result()->summaryText(), localized("result.allKept"));
     EXPECT_FALSE(result()->heroPercent()->isVisible());
     EXPECT_FALSE(result()->saveButton()->isEnabled());
@@ -144,39 +159,9 @@ TEST_F(ContentViewTest, ReadyRowSummarisesThePlan)
 
     timeline->resetLink()->click();
     EXPECT_TRUE(model().disabledSilences().isEmpty());
+    EXPECT_EQ(model().analysis()->keeps, analysis.keeps);
     EXPECT_TRUE(result()->saveButton()->isEnabled());
     EXPECT_FALSE(timeline->resetLink()->isVisible());
-}
-
-TEST_F(ContentViewTest, TheTimelineAndThePauseListChangeTheDocument)
-{
-    ASSERT_TRUE(openAndWait(copyInto(Recordings::speechWithPauses(), "talk.wav").toLocalFile()));
-    TimelineBlock* timeline = content()->workScreen()->player()->timelineBlock();
-    TimelineBar* bar = timeline->bar();
-    const std::vector<Segment> keepsBefore = model().analysis()->keeps;
-
-    // A click on the second pause gives it back: the plan keeps it from now on.
-    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->pauseArea(1).center().toPoint());
-    EXPECT_EQ(model().disabledSilences(), QSet<int>{1});
-    EXPECT_EQ(bar->disabledSilences(), QSet<int>{1});
-    EXPECT_LT(model().analysis()->keeps.size(), keepsBefore.size());
-
-    // The pause list opens from the count under the timeline and shows the same state.
-    timeline->pausesLink()->click();
-    PauseListView* list = timeline->pauseList();
-    ASSERT_NE(list, nullptr);
-    EXPECT_TRUE(list->isVisible());
-    EXPECT_EQ(list->model()->index(1).data(Qt::CheckStateRole).value<Qt::CheckState>(),
-              Qt::Unchecked);
-    list->onSeek(3.5);
-    EXPECT_EQ(model().playhead(), 3.5);
-    ASSERT_FALSE(m_player->seeks.empty());
-    EXPECT_EQ(m_player->seeks.back(), 3.5);
-    list->onToggle(1);
-    EXPECT_TRUE(model().disabledSilences().isEmpty());
-    EXPECT_EQ(list->model()->index(1).data(Qt::CheckStateRole).value<Qt::CheckState>(),
-              Qt::Checked);
-    EXPECT_EQ(model().analysis()->keeps, keepsBefore);
 }
 
 TEST_F(ContentViewTest, AFileWithoutPausesCannotBeSaved)
@@ -207,7 +192,7 @@ TEST_F(ContentViewTest, SavingShowsProgressThenTheWrittenFile)
     ASSERT_EQ(model().phase(), Phase::encoding);
     EXPECT_EQ(visibleRows(), QList<QWidget*>{result()->encodingRow()});
     // Nothing else may start while the file is written.
-    EXPECT_FALSE(dragOver({talk}));
+    EXPECT_FALSE(drop({talk}));
     EXPECT_FALSE(settings()->isEnabled());
     EXPECT_FALSE(content()->workScreen()->header()->otherFileButton()->isEnabled());
 
@@ -232,7 +217,6 @@ TEST_F(ContentViewTest, CancellingASaveReturnsToReadyWithoutAFile)
 {
     ASSERT_TRUE(openAndWait(copyInto(Recordings::longVideo(), "lecture.mp4").toLocalFile()));
     ASSERT_EQ(model().phase(), Phase::ready);
-    ASSERT_TRUE(result()->saveButton()->isEnabled());
     EXPECT_EQ(result()->saveButton()->text(), localized("result.save.video"));
     const QString output = m_folder.filePath("cancelled.mp4");
     m_panels->destination = QUrl::fromLocalFile(output);
@@ -248,7 +232,6 @@ TEST_F(ContentViewTest, CancellingASaveReturnsToReadyWithoutAFile)
     ASSERT_TRUE(waitUntil([&] { return model().phase() != Phase::encoding; }));
     EXPECT_EQ(model().phase(), Phase::ready);
     EXPECT_EQ(visibleRows(), QList<QWidget*>{result()->readyRow()});
-    EXPECT_FALSE(QFile::exists(output));
     EXPECT_EQ(QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden),
               QStringList{"lecture.mp4"});
 }
@@ -280,7 +263,6 @@ TEST_F(ContentViewTest, ASliderMakesThePresetCustomButTheSaveModeDoesNot)
 
     // The save mode is no detection number.
     QTest::mouseClick(presets, Qt::LeftButton, {}, presets->segmentRect(0).center());
-    EXPECT_EQ(model().sensitivity(), Sensitivity::delicate);
     SegmentedPicker* saveMode = advanced->saveModePicker();
     QTest::mouseClick(saveMode, Qt::LeftButton, {}, saveMode->segmentRect(1).center());
     EXPECT_FALSE(model().settings().frameAccurate);

@@ -8,7 +8,6 @@
 #include <QDBusConnection>
 #include <QDBusVariant>
 #include <QThread>
-#include <atomic>
 #include <gtest/gtest.h>
 
 namespace {
@@ -60,12 +59,6 @@ protected:
         qputenv("DBUS_SESSION_BUS_ADDRESS", m_previous);
     }
 
-    void offer(QObject* object, const QString& path, const QString& service)
-    {
-        ASSERT_TRUE(m_service.registerObject(path, object, QDBusConnection::ExportAllSlots));
-        ASSERT_TRUE(m_service.registerService(service));
-    }
-
     PrivateBus m_bus;
     QByteArray m_previous;
     QDBusConnection m_service{QString()};
@@ -75,7 +68,9 @@ protected:
 TEST_F(DesktopBusTest, RevealAsksTheFileManagerToSelectTheFile)
 {
     FakeFileManager manager;
-    offer(&manager, "/org/freedesktop/FileManager1", "org.freedesktop.FileManager1");
+    ASSERT_TRUE(m_service.registerObject("/org/freedesktop/FileManager1", &manager,
+                                         QDBusConnection::ExportAllSlots));
+    ASSERT_TRUE(m_service.registerService("org.freedesktop.FileManager1"));
     const QUrl file = QUrl::fromLocalFile("/home/ann/talks/a talk (no pauses).m4a");
     DesktopFiles::reveal(file);
     ASSERT_TRUE(waitUntil([&] { return !manager.shown.isEmpty(); }, 10000));
@@ -93,48 +88,25 @@ TEST_F(DesktopBusTest, WithoutAFileManagerRevealOpensTheFolder)
 
 // The palette is read with a blocking call at start-up, so the portal answers from a thread
 // of its own, as it would from a process of its own.
-class PortalThread : public QThread {
-public:
-    PortalThread(QString address, uint scheme)
-        : m_address(std::move(address))
-        , m_scheme(scheme)
-    {
-    }
-    bool isServing() const { return m_serving; }
-
-protected:
-    void run() override
-    {
-        FakeSettingsPortal portal;
-        portal.scheme = m_scheme;
-        {
-            QDBusConnection connection = QDBusConnection::connectToBus(m_address, "fake-portal");
-            m_serving = connection.registerObject("/org/freedesktop/portal/desktop", &portal,
-                                                  QDBusConnection::ExportAllSlots) &&
-                        connection.registerService("org.freedesktop.portal.Desktop");
-            exec();
-        }
-        QDBusConnection::disconnectFromBus("fake-portal");
-    }
-
-private:
-    QString m_address;
-    uint m_scheme;
-    std::atomic<bool> m_serving{false};
-};
-
 bool paletteIsDarkWhenThePortalSays(const QString& address, uint scheme)
 {
     const QPalette original = QApplication::palette();
-    PortalThread portal(address, scheme);
-    portal.start();
-    EXPECT_TRUE(waitUntil([&] { return portal.isServing(); }, 10000));
+    QThread thread;
+    FakeSettingsPortal portal;
+    portal.scheme = scheme;
+    portal.moveToThread(&thread);
+    thread.start();
+    QDBusConnection connection = QDBusConnection::connectToBus(address, "fake-portal");
+    EXPECT_TRUE(connection.registerObject("/org/freedesktop/portal/desktop", &portal,
+                                          QDBusConnection::ExportAllSlots));
+    EXPECT_TRUE(connection.registerService("org.freedesktop.portal.Desktop"));
     DesktopPalette::apply();
     const bool dark = Appearance::isDark(QApplication::palette());
     if (dark) // text stays readable on the dark ground
         EXPECT_GT(Appearance::primaryText(QApplication::palette()).lightnessF(), 0.8);
-    portal.quit();
-    portal.wait();
+    QDBusConnection::disconnectFromBus("fake-portal");
+    thread.quit();
+    thread.wait();
     QApplication::setPalette(original);
     return dark;
 }

@@ -60,23 +60,20 @@ TEST(PauseListModel, LabelShowsStartAndLength)
     EXPECT_EQ(model.index(0).data().toString(), model.label(0));
 }
 
-TEST_F(PauseListViewTest, ListeningStartsASecondBeforeThePauseButNotBeforeZero)
+TEST_F(PauseListViewTest, ListeningSeeksAndTickingAsksTheOwnerWhoseAnswerTheRowFollows)
 {
-    show({{0.4, 1.2}, {10.0, 11.0}});
+    show({{0.4, 1.2}, {10.0, 11.0}, {20.0, 21.0}});
+    // Listening starts a second before the pause, but not before zero.
     clickListen(0);
     clickListen(1);
     EXPECT_EQ(seeks, (std::vector<double>{0.0, 9.0}));
     EXPECT_TRUE(toggles.empty());
-}
 
-TEST_F(PauseListViewTest, TickingAsksTheOwnerAndTheRowFollowsItsAnswer)
-{
-    show({{1, 2}, {3, 4}, {5, 6}});
     const QRect box = PauseRowDelegate::checkArea(rowRect(2));
     const QImage ticked = view.list()->viewport()->grab(box).toImage();
     clickCheck(2);
     EXPECT_EQ(toggles, (std::vector<int>{2}));
-    EXPECT_TRUE(seeks.empty());
+    EXPECT_EQ(seeks.size(), 2u);
     // The row only changes once the owner gives the pause back, and then looks unticked.
     EXPECT_EQ(checkState(2), Qt::Checked);
     view.setDisabledSilences({1, 2});
@@ -87,7 +84,11 @@ TEST_F(PauseListViewTest, TickingAsksTheOwnerAndTheRowFollowsItsAnswer)
     EXPECT_NE(view.list()->viewport()->grab(box).toImage(), ticked);
     // The index handed over is the row's place among all pauses, not among the given-back.
     clickCheck(1);
-    EXPECT_EQ(toggles, (std::vector<int>{2, 1}));
+    // Space ticks the current row from the keyboard.
+    view.list()->setFocus(Qt::TabFocusReason);
+    view.list()->setCurrentIndex(view.model()->index(0));
+    QTest::keyClick(view.list(), Qt::Key_Space);
+    EXPECT_EQ(toggles, (std::vector<int>{2, 1, 0}));
 }
 
 TEST_F(PauseListViewTest, ThousandsOfPausesScrollInsideTheFixedSize)
@@ -96,7 +97,6 @@ TEST_F(PauseListViewTest, ThousandsOfPausesScrollInsideTheFixedSize)
     for (int i = 0; i < 2000; ++i)
         silences.push_back({i * 5.0 + 2.0, i * 5.0 + 3.0});
     show(silences);
-    EXPECT_EQ(view.width(), PauseListView::totalWidth);
     EXPECT_EQ(view.list()->height(), PauseListView::maximumListHeight);
     EXPECT_LT(view.height(), 400);
     EXPECT_GT(view.list()->verticalScrollBar()->maximum(), 0);
@@ -106,15 +106,6 @@ TEST_F(PauseListViewTest, ThousandsOfPausesScrollInsideTheFixedSize)
     EXPECT_EQ(seeks, (std::vector<double>{1999 * 5.0 + 1.0}));
     EXPECT_EQ(toggles, (std::vector<int>{1999}));
     EXPECT_EQ(view.width(), PauseListView::totalWidth);
-}
-
-TEST_F(PauseListViewTest, SpaceTicksTheCurrentRowFromTheKeyboard)
-{
-    show({{1, 2}, {3, 4}});
-    view.list()->setFocus(Qt::TabFocusReason);
-    view.list()->setCurrentIndex(view.model()->index(1));
-    QTest::keyClick(view.list(), Qt::Key_Space);
-    EXPECT_EQ(toggles, (std::vector<int>{1}));
 }
 
 TEST(PauseListPopup, OpensBelowItsAnchorAndReportsClosing)
@@ -134,7 +125,6 @@ TEST(PauseListPopup, OpensBelowItsAnchorAndReportsClosing)
     const QRect anchorFrame(anchor->mapToGlobal(QPoint(0, 0)), anchor->size());
     EXPECT_GT(popup.geometry().top(), anchorFrame.bottom());
     EXPECT_NEAR(popup.geometry().center().x(), anchorFrame.center().x(), 1);
-    EXPECT_EQ(popup.width(), PauseListView::totalWidth);
 
     QTest::keyClick(&popup, Qt::Key_Escape);
     EXPECT_TRUE(waitUntil([&] { return !popup.isVisible(); }, 2000));

@@ -130,7 +130,6 @@ TEST_F(TimelineBarTest, BarsShowWhatBecomesOfEachMoment)
     EXPECT_TRUE(near(colourAt(58.0), Brand::end(), 20)) << colourAt(58.0).name().toStdString();
     // The given-back pause at 45..50 s is mint, the cut one at 10..12 s is grey.
     const QColor mint = Appearance::mint(bar.palette());
-    EXPECT_GT(colourAt(47.0).green(), colourAt(47.0).red() + 80);
     EXPECT_TRUE(near(colourAt(47.0), mint, 30)) << colourAt(47.0).name().toStdString();
     const QColor cut = colourAt(11.0);
     EXPECT_LT(std::abs(cut.red() - cut.blue()), 10);
@@ -157,7 +156,6 @@ TEST_F(TimelineBarTest, APlayerTickRepaintsOnlyTheOldAndNewPlayhead)
     bar.setPlayhead(30.0);
     runEventLoop(50);
     bar.removeEventFilter(&recorder);
-    ASSERT_FALSE(recorder.painted.isEmpty());
     // Two thin strips at x = 0 and x = 300, not the 600 px strip.
     EXPECT_TRUE(recorder.painted.contains(QPoint(1, middle)));
     EXPECT_TRUE(recorder.painted.contains(QPoint(301, middle)));
@@ -168,25 +166,15 @@ TEST_F(TimelineBarTest, APlayerTickRepaintsOnlyTheOldAndNewPlayhead)
     EXPECT_LE(area, 2 * 6 * (TimelineBar::stripHeight + 2));
 }
 
-TEST_F(TimelineBarTest, ResizingMovesThePauseTargets)
+TEST_F(TimelineBarTest, PausesAnswerAfterAResizeAndWithoutLevels)
 {
     bar.resize(width / 2, TimelineBar::stripHeight);
     EXPECT_DOUBLE_EQ(bar.pauseArea(2).left(), 45.0 * 5.0);
     QTest::mouseClick(&bar, Qt::LeftButton, {}, QPoint(240, middle));
-    EXPECT_EQ(toggles, (std::vector<int>{2}));
-}
-
-TEST(TimelineBarEmpty, WithoutLevelsThePausesStillRespond)
-{
-    TimelineBar bar;
-    std::vector<int> toggles;
-    bar.onToggle = [&](int i) { toggles.push_back(i); };
     bar.setAnalysisData(20.0, {{0, 5}, {7, 20}}, {{5.0, 7.0}}, {}, 0.05);
-    bar.resize(400, TimelineBar::stripHeight);
-    bar.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&bar));
-    QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.pauseArea(0).center().toPoint());
-    EXPECT_EQ(toggles, (std::vector<int>{0}));
+    // 5..7 s of 20 s on 300 px: clear of every earlier target.
+    QTest::mouseClick(&bar, Qt::LeftButton, {}, QPoint(90, middle));
+    EXPECT_EQ(toggles, (std::vector<int>{2, 0}));
     EXPECT_FALSE(bar.accessibleName().isEmpty());
     EXPECT_NE(bar.accessibleName(), QStringLiteral("timeline.accessible.name"));
 }

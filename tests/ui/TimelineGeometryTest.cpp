@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
-#include <ostream>
 
 using namespace TimelineGeometry;
 
@@ -10,82 +9,49 @@ namespace {
 
 constexpr double H = 44.0;
 // Half the strip less the inset: a bar at the peak level.
-constexpr double fullHalf = H / 2.0 - 3.0;
+constexpr double full = H / 2.0 - 3.0;
 
 double curve(double fraction)
 {
-    return std::max(fullHalf * std::pow(fraction, 0.6), 1.5);
+    return std::max(full * std::pow(fraction, 0.6), 1.5);
 }
 
-struct HeightCase {
-    const char* name;
-    double width;
-    double duration;
-    std::vector<float> levels;
-    double levelWindow;
-    std::size_t bars;
-    // bar index -> expected half height
-    std::vector<std::pair<int, double>> expected;
-};
-
-void PrintTo(const HeightCase& c, std::ostream* out)
+TEST(TimelineGeometry, BarHeightsFollowTheLevelsUnderEachBar)
 {
-    *out << c.name;
-}
-
-class BarHeights : public testing::TestWithParam<HeightCase> {};
-
-TEST_P(BarHeights, FollowTheLevelsUnderEachBar)
-{
-    const HeightCase& c = GetParam();
-    const auto heights =
-        barHalfHeights(c.width, H, c.duration, c.levels, c.levelWindow, peakLevel(c.levels));
-    ASSERT_EQ(heights.size(), c.bars);
-    for (const auto& [bar, half] : c.expected)
-        EXPECT_NEAR(heights[static_cast<std::size_t>(bar)], half, 1e-5) << "bar " << bar;
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    TimelineGeometry, BarHeights,
-    testing::Values(
+    const std::vector<float> quiet(600, 0.0f);
+    std::vector<float> oneLoud(20, 0.1f);
+    oneLoud[1] = 0.9f;
+    oneLoud[19] = 0.45f;
+    const struct {
+        const char* what;
+        double width, duration;
+        std::vector<float> levels;
+        double levelWindow;
+        std::size_t bars;
+        std::vector<std::pair<int, double>> halves; // bar index, expected half height
+    } cases[] = {
         // Two pixels still hold one bar, and it reads the whole recording.
-        HeightCase{"narrowStrip", 2, 0.2, {0.1f, 0.2f, 1.0f, 0.3f}, 0.05, 1, {{0, fullHalf}}},
+        {"narrow", 2, 0.2, {0.1f, 0.2f, 1.0f, 0.3f}, 0.05, 1, {{0, full}}},
         // Silence everywhere: the peak floor keeps the division finite, bars stay visible.
-        HeightCase{"allQuiet",
-                   600,
-                   30,
-                   std::vector<float>(600, 0.0f),
-                   0.05,
-                   200,
-                   {{0, 1.5}, {100, 1.5}, {199, 1.5}}},
-        // 200 bars over 1 s in two half-second windows: bars inside one window read only it.
-        HeightCase{"barsWithinOneWindow",
-                   600,
-                   1.0,
-                   {0.25f, 1.0f},
-                   0.5,
-                   200,
-                   {{0, curve(0.25)}, {10, curve(0.25)}, {150, fullHalf}, {199, fullHalf}}},
-        // Levels stop after 0.2 s of a 10 s strip; later bars keep reading the last window.
-        HeightCase{"pastTheLastWindow",
-                   300,
-                   10.0,
-                   {0.0f, 0.0f, 0.0f, 0.5f},
-                   0.05,
-                   100,
-                   {{0, 1.5}, {1, fullHalf}, {50, fullHalf}, {99, fullHalf}}},
+        {"quiet", 600, 30, quiet, 0.05, 200, {{0, 1.5}, {100, 1.5}, {199, 1.5}}},
+        // 200 bars over two half-second windows: bars inside one window read only it.
+        {"within", 600, 1.0, {0.25f, 1.0f}, 0.5, 200, {{0, curve(0.25)}, {150, full}, {199, full}}},
+        // Levels stop after 0.2 s of 10 s; later bars keep reading the last window.
+        {"past", 300, 10.0, {0.0f, 0.0f, 0.0f, 0.5f}, 0.05, 100, {{0, 1.5}, {1, full}, {99, full}}},
         // A bar spanning many windows takes their loudest.
-        HeightCase{"loudestOfItsWindows",
-                   30,
-                   1.0,
-                   {0.1f, 0.9f, 0.1f, 0.1f, 0.1f, 0.1f, 0.1f, 0.1f, 0.1f, 0.1f,
-                    0.1f, 0.1f, 0.1f, 0.1f, 0.1f, 0.1f, 0.1f, 0.1f, 0.1f, 0.45f},
-                   0.05,
-                   10,
-                   {{0, fullHalf}, {1, curve(0.1 / 0.9)}, {9, curve(0.5)}}},
-        HeightCase{"noDuration", 600, 0.0, {0.5f}, 0.05, 0, {}},
-        HeightCase{"noLevels", 600, 30.0, {}, 0.05, 0, {}}),
-    [](const auto& info) { return std::string(info.param.name); });
+        {"many", 30, 1.0, oneLoud, 0.05, 10, {{0, full}, {1, curve(0.1 / 0.9)}, {9, curve(0.5)}}},
+        {"no duration", 600, 0.0, {0.5f}, 0.05, 0, {}},
+        {"no levels", 600, 30.0, {}, 0.05, 0, {}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        const auto heights =
+            barHalfHeights(c.width, H, c.duration, c.levels, c.levelWindow, peakLevel(c.levels));
+        ASSERT_EQ(heights.size(), c.bars);
+        for (const auto& [bar, half] : c.halves)
+            EXPECT_NEAR(heights[static_cast<std::size_t>(bar)], half, 1e-5) << "bar " << bar;
+    }
+}
 
 TEST(TimelineGeometry, BarCountIsAThirdOfTheWidth)
 {
@@ -102,19 +68,16 @@ TEST(TimelineGeometry, BarKindsPreferGivenBackThenKeptThenCut)
     const std::vector<Segment> keeps = {{0.0, 3.2}, {3.8, 6.2}, {6.8, 10.0}};
     // The pause at 3..4 is given back; after re-planning its keep runs straight through it.
     const std::vector<Segment> replanned = {{0.0, 6.2}, {6.8, 10.0}};
-    const auto givenBack = givenBackSpans(silences, {0});
+    const auto givenBackSpan = givenBackSpans(silences, {0});
+    using enum BarKind;
+    const std::pair<std::size_t, BarKind> expected[] = {
+        {10, kept}, {30, givenBack}, {35, givenBack}, {39, givenBack}, {40, kept},
+        {62, cut},  {67, cut},       {68, kept},      {99, kept}};
     for (const auto& plan : {keeps, replanned}) {
-        const auto kinds = barKinds(300, 10.0, plan, givenBack);
+        const auto kinds = barKinds(300, 10.0, plan, givenBackSpan);
         ASSERT_EQ(kinds.size(), 100u);
-        EXPECT_EQ(kinds[10], BarKind::kept);
-        EXPECT_EQ(kinds[30], BarKind::givenBack);
-        EXPECT_EQ(kinds[35], BarKind::givenBack);
-        EXPECT_EQ(kinds[39], BarKind::givenBack);
-        EXPECT_EQ(kinds[40], BarKind::kept);
-        EXPECT_EQ(kinds[62], BarKind::cut);
-        EXPECT_EQ(kinds[67], BarKind::cut);
-        EXPECT_EQ(kinds[68], BarKind::kept);
-        EXPECT_EQ(kinds[99], BarKind::kept);
+        for (const auto& [bar, kind] : expected)
+            EXPECT_EQ(kinds[bar], kind) << bar;
     }
 }
 
@@ -165,19 +128,6 @@ TEST(TimelineGeometry, PauseTargetsAreAtLeastEightWideAndStartAtThePause)
     EXPECT_TRUE(pauseHitRects(silences, 0.0, 400.0, H).empty());
 }
 
-TEST(TimelineGeometry, PauseLookupFindsTheTopmostTarget)
-{
-    // Two short pauses 1 px apart: their 8 px targets overlap, the later one is on top.
-    const std::vector<Segment> silences = {{10.0, 10.1}, {10.25, 10.3}, {50.0, 60.0}};
-    const auto rects = pauseHitRects(silences, 100.0, 400.0, H);
-    const std::vector<std::pair<double, int>> cases = {
-        {0.0, -1},  {39.9, -1},  {40.1, 0},  {40.9, 0},  {41.1, 1},   {48.9, 1},
-        {49.1, -1}, {199.9, -1}, {200.1, 2}, {239.9, 2}, {240.1, -1}, {400.0, -1}};
-    for (const auto& [x, index] : cases)
-        EXPECT_EQ(pauseAt(rects, x), index) << x;
-    EXPECT_EQ(pauseAt({}, 10.0), -1);
-}
-
 TEST(TimelineGeometry, PauseLookupAgreesWithAScanOverThousandsOfPauses)
 {
     // 2,500 pauses of varied length over three hours on 600 px: most targets overlap.
@@ -196,6 +146,7 @@ TEST(TimelineGeometry, PauseLookupAgreesWithAScanOverThousandsOfPauses)
                 scanned = static_cast<int>(i);
         ASSERT_EQ(pauseAt(rects, x), scanned) << x;
     }
+    EXPECT_EQ(pauseAt({}, 10.0), -1);
 }
 
 TEST(TimelineGeometry, PlayheadStaysInsideTheStrip)

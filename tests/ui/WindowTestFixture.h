@@ -22,8 +22,8 @@
 // Dialogs answered by the test: what the user would pick, and what the dialogs were asked.
 class FakePanels : public FilePanels {
 public:
-    QList<QUrl> chooseRecordings(QWidget*) override { return recordings; }
-    QList<QUrl> chooseFolder(QWidget*) override { return folder; }
+    QList<QUrl> chooseRecordings(QWidget*) override { return {}; }
+    QList<QUrl> chooseFolder(QWidget*) override { return {}; }
     std::optional<QUrl> chooseDestination(QWidget*, const QString& startFolder, const QString& name,
                                           const QString& extension, const QString& message) override
     {
@@ -34,8 +34,6 @@ public:
         return destination;
     }
 
-    QList<QUrl> recordings;
-    QList<QUrl> folder;
     std::optional<QUrl> destination;
     QString askedFolder;
     QString askedName;
@@ -90,24 +88,16 @@ protected:
         });
     }
 
-    // Drags `files` over the window; returns whether the window takes them.
-    bool dragOver(const QList<QUrl>& files)
+    // Drags `files` over the window and, if it takes them, drops them; returns whether it did.
+    bool drop(const QList<QUrl>& files)
     {
         QMimeData data;
         data.setUrls(files);
         QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton,
                               Qt::NoModifier);
         QCoreApplication::sendEvent(content(), &enter);
-        return enter.isAccepted();
-    }
-
-    // Drops `files` on the window; returns whether the drop was taken.
-    bool drop(const QList<QUrl>& files)
-    {
-        if (!dragOver(files))
+        if (!enter.isAccepted())
             return false;
-        QMimeData data;
-        data.setUrls(files);
         QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(content(), &event);
         return event.isAccepted();
