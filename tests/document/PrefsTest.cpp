@@ -46,7 +46,10 @@ TEST_F(Preferences, storedValuesAndTheirFallbacksLoadAsExpected)
         EditorPreferences expected;
     };
     const Row rows[] = {
-        {"empty store keeps the model's preset", {}, S::aggressive, {S::aggressive, defaults, true}},
+        {"empty store keeps the model's preset",
+         {},
+         S::aggressive,
+         {S::aggressive, defaults, true}},
         {"unknown preset name, numbers still load",
          {{"pref.sensitivity", "Delicate"},
           {"pref.thresholdDB", -41.5},
