@@ -9,7 +9,8 @@ class ExportProgress {
 public:
     using Callback = std::function<void(double)>;
 
-    explicit ExportProgress(Callback callback);
+    explicit ExportProgress(Callback callback,
+                            std::chrono::milliseconds interval = std::chrono::milliseconds(200));
 
     // A fraction of the work done; values outside [0, 1) are clamped below 1.
     void update(double fraction);
@@ -17,9 +18,8 @@ public:
 
 private:
     using Clock = std::chrono::steady_clock;
-    static constexpr std::chrono::milliseconds interval{200};
-
     Callback m_callback;
+    std::chrono::milliseconds m_interval;
     Clock::time_point m_lastReport;
     double m_fraction = 0.0;
 };
