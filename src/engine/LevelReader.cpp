@@ -112,7 +112,9 @@ int automaticParts(double duration)
     return std::clamp(int(duration / minPartSeconds), 1, cores());
 }
 
-// Reports the levels measured by all stretches together, in steps of 20 levels.
+// Reports the levels measured by all stretches together, in steps of 20 levels. The first
+// report is 0.0, made before any stretch starts: the stretches run in parallel, so whichever
+// reports first may already have counted levels of its own.
 class SplitProgress {
 public:
     SplitProgress(const Progress& onProgress, double expected,
@@ -123,6 +125,12 @@ public:
     {
     }
 
+    void start()
+    {
+        if (m_onProgress)
+            m_onProgress(0.0);
+    }
+
     void report()
     {
         if (!m_onProgress)
@@ -131,9 +139,8 @@ public:
         for (const auto& part : m_parts)
             levels += part->levelCount();
         const std::size_t step = levels / 20;
-        if (m_reported && step == m_lastStep)
+        if (step <= m_lastStep)
             return;
-        m_reported = true;
         m_lastStep = step;
         m_onProgress(std::min(double(step * 20) / m_expected, 1.0));
     }
@@ -142,7 +149,6 @@ private:
     const Progress& m_onProgress;
     double m_expected;
     const std::vector<std::unique_ptr<LevelPart>>& m_parts;
-    bool m_reported = false;
     std::size_t m_lastStep = 0;
 };
 
@@ -167,6 +173,7 @@ std::optional<LevelReading> readSplit(MediaFile& file, double duration, int coun
 
     std::atomic<bool> abandoned{false};
     SplitProgress progress(onProgress, std::max(duration * 20.0, 1.0), parts);
+    progress.start();
     std::vector<std::future<bool>> others;
     for (int k = 1; k < count; ++k)
         others.push_back(std::async(std::launch::async, [&, k] {
