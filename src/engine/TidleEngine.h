@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Analysis.h"
+#include "PausePlanner.h"
 #include "Segment.h"
 #include "TidleSettings.h"
 
@@ -41,7 +42,10 @@ public:
     void cancel() { m_cancelRequested.store(true); }
 
     static std::vector<Segment> keepSegments(const std::vector<Segment>& silences, double duration,
-                                             double padding, double minKeep);
+                                             double padding, double minKeep)
+    {
+        return ::keepSegments(silences, duration, padding, minKeep);
+    }
 
 private:
     // The container an export of `file` writes, and its file-name extension.

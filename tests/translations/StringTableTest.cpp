@@ -17,14 +17,15 @@ const QString sourceRoot = QStringLiteral(HUSHPANE_SOURCE_DIR);
 
 // Keys put together at run time, by the only files allowed to do so.
 const QMap<QString, QStringList> runTimeKeys = {
-    {"src/engine/Sensitivity.cpp",
+    {"src/engine/core/Sensitivity.cpp",
      {"sensitivity.delicate", "sensitivity.delicate.hint", "sensitivity.standard",
       "sensitivity.standard.hint", "sensitivity.aggressive", "sensitivity.aggressive.hint",
       "sensitivity.custom", "sensitivity.custom.hint"}},
 };
 
 // Where the lookup functions are defined rather than called.
-const QStringList definitions = {"src/engine/Localization.h", "src/engine/Localization.cpp"};
+const QStringList definitions = {"src/engine/text/Localization.h",
+                                 "src/engine/text/Localization.cpp"};
 
 // The code with comments blanked out; string and character literals are kept, so a "//" in
 // a string stays.

@@ -89,7 +89,7 @@ TEST_F(BatchViewTest, RunsTheListAndClearsItWhenIdle)
     batch().setItems({copyInto(Recordings::speechWithPauses(), "talk.wav"),
                       copyInto(Recordings::steadyTone(), "tone.wav")});
     m_app->window().show();
-    ASSERT_EQ(content()->screen(), ContentView::Screen::batch);
+    ASSERT_EQ(content()->currentScreen(), ContentView::Screen::batch);
     ASSERT_EQ(view()->rows().size(), 2u);
     EXPECT_TRUE(view()->clearButton()->isVisible());
     EXPECT_FALSE(view()->stopButton()->isVisible());
@@ -108,7 +108,7 @@ TEST_F(BatchViewTest, RunsTheListAndClearsItWhenIdle)
     EXPECT_TRUE(QFile::exists(m_folder.filePath("talk (no pauses).m4a")));
 
     view()->clearButton()->click();
-    EXPECT_EQ(content()->screen(), ContentView::Screen::welcome);
+    EXPECT_EQ(content()->currentScreen(), ContentView::Screen::welcome);
 }
 
 TEST_F(BatchViewTest, StopEndsTheRunningFile)

@@ -63,7 +63,7 @@ protected:
 
 TEST_F(ContentViewTest, OneDroppedFileOpensItAndSeveralFillTheBatch)
 {
-    EXPECT_EQ(content()->screen(), Screen::welcome);
+    EXPECT_EQ(content()->currentScreen(), Screen::welcome);
     EXPECT_TRUE(content()->welcomeScreen()->isVisible());
     const int welcomeHeight = m_app->window().height();
 
@@ -71,7 +71,7 @@ TEST_F(ContentViewTest, OneDroppedFileOpensItAndSeveralFillTheBatch)
     const QUrl talk = copyInto(Recordings::speechWithPauses(), "TALK.WAV");
     ASSERT_TRUE(drop({talk}));
     EXPECT_EQ(model().inputURL(), talk);
-    EXPECT_EQ(content()->screen(), Screen::work);
+    EXPECT_EQ(content()->currentScreen(), Screen::work);
     EXPECT_TRUE(content()->workScreen()->isVisible());
     EXPECT_FALSE(content()->welcomeScreen()->isVisible());
     // The window is as tall as what it shows, and always as wide.
@@ -80,12 +80,12 @@ TEST_F(ContentViewTest, OneDroppedFileOpensItAndSeveralFillTheBatch)
 
     const QUrl tone = copyInto(Recordings::steadyTone(), "tone.wav");
     ASSERT_TRUE(drop({talk, tone}));
-    EXPECT_EQ(content()->screen(), Screen::batch);
+    EXPECT_EQ(content()->currentScreen(), Screen::batch);
     EXPECT_EQ(batch().items().size(), 2);
 
     batch().clear();
     ASSERT_TRUE(drop({QUrl::fromLocalFile(m_folder.path())}));
-    EXPECT_EQ(content()->screen(), Screen::batch);
+    EXPECT_EQ(content()->currentScreen(), Screen::batch);
     EXPECT_EQ(batch().items().size(), 2);
 }
 
@@ -95,10 +95,10 @@ TEST_F(ContentViewTest, FilesOfOtherKindsGoToTheDocumentWhichSaysWhy)
 
     // A folder without recordings changes nothing.
     ASSERT_TRUE(drop({QUrl::fromLocalFile(m_folder.filePath("empty"))}));
-    EXPECT_EQ(content()->screen(), Screen::welcome);
+    EXPECT_EQ(content()->currentScreen(), Screen::welcome);
 
     ASSERT_TRUE(openAndWait(copyInto(Recordings::brokenFile(), "notes.txt").toLocalFile()));
-    EXPECT_EQ(content()->screen(), Screen::work);
+    EXPECT_EQ(content()->currentScreen(), Screen::work);
     EXPECT_EQ(model().phase(), Phase::failed);
     EXPECT_EQ(visibleRows(), QList<QWidget*>{result()->failedRow()});
     EXPECT_EQ(result()->failureText()->text(), model().errorMessage());
@@ -247,7 +247,7 @@ TEST_F(ContentViewTest, AnalysisShowsASpinnerThenAProgressBarAndCanBeCancelled)
 
     result()->cancelAnalysisButton()->click();
     // Nothing was analysed yet, so the window is empty again.
-    EXPECT_EQ(content()->screen(), Screen::welcome);
+    EXPECT_EQ(content()->currentScreen(), Screen::welcome);
 }
 
 TEST_F(ContentViewTest, ASliderMakesThePresetCustomButTheSaveModeDoesNot)

@@ -43,7 +43,7 @@ TEST_F(HushpaneAppTest, OpenRequestsLoadOnlyRecordingsAndOnlyWithoutABatch)
     const QUrl other = copyInto(Recordings::steadyTone(), "other.wav");
     m_app->handleOpenRequest(other);
     EXPECT_EQ(model().inputURL(), movie);
-    EXPECT_EQ(content()->screen(), Screen::batch);
+    EXPECT_EQ(content()->currentScreen(), Screen::batch);
 }
 
 TEST_F(HushpaneAppTest, LaunchPathsFillTheBatchWhenTheWindowFirstShows)
@@ -54,7 +54,7 @@ TEST_F(HushpaneAppTest, LaunchPathsFillTheBatchWhenTheWindowFirstShows)
     EXPECT_TRUE(batch().items().isEmpty());
     m_app->show();
     EXPECT_EQ(batch().items().size(), 2);
-    EXPECT_EQ(content()->screen(), Screen::batch);
+    EXPECT_EQ(content()->currentScreen(), Screen::batch);
 }
 
 TEST_F(HushpaneAppTest, WithNobodyListeningALaunchIsTheFirstEvenOverALeftoverSocket)

@@ -73,7 +73,7 @@ void MainWindow::addKeyboardShortcuts()
     // Space plays and pauses the preview, as in every media player.
     auto* playPause = new QShortcut(QKeySequence(Qt::Key_Space), this);
     connect(playPause, &QShortcut::activated, this, [this] {
-        if (m_content->screen() == ContentView::Screen::work &&
+        if (m_content->currentScreen() == ContentView::Screen::work &&
             m_model.phase() != AppModel::Phase::encoding)
             m_model.togglePlayback();
     });
@@ -85,7 +85,7 @@ void MainWindow::updateActions()
     m_open->setEnabled(!busy);
     m_openFolder->setEnabled(!busy);
     const std::optional<Analysis>& analysis = m_model.analysis();
-    m_save->setEnabled(m_content->screen() == ContentView::Screen::work &&
+    m_save->setEnabled(m_content->currentScreen() == ContentView::Screen::work &&
                        m_model.phase() == AppModel::Phase::ready && analysis &&
                        analysis->removedSeconds() >= ResultTexts::minRemovedSeconds);
     m_saveCutList->setEnabled(m_content->canSaveCutList());

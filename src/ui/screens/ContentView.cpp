@@ -76,7 +76,7 @@ void ContentView::setFilePanels(std::unique_ptr<FilePanels> panels)
     m_panels = std::move(panels);
 }
 
-ContentView::Screen ContentView::screen() const
+ContentView::Screen ContentView::currentScreen() const
 {
     if (!m_batch.items().isEmpty())
         return Screen::batch;
@@ -87,7 +87,7 @@ ContentView::Screen ContentView::screen() const
 
 void ContentView::showScreen()
 {
-    const Screen shown = screen();
+    const Screen shown = currentScreen();
     m_welcome->setVisible(shown == Screen::welcome);
     m_work->setVisible(shown == Screen::work);
     m_batchView->setVisible(shown == Screen::batch);
@@ -143,7 +143,7 @@ void ContentView::saveAndTidle()
 
 bool ContentView::canSaveCutList() const
 {
-    return screen() == Screen::work && !m_model.inputURL().isEmpty() && m_model.analysis() &&
+    return currentScreen() == Screen::work && !m_model.inputURL().isEmpty() && m_model.analysis() &&
            m_model.phase() == AppModel::Phase::ready;
 }
 
@@ -172,7 +172,7 @@ bool ContentView::acceptsDrops() const
 
 QPushButton* ContentView::defaultButton() const
 {
-    switch (screen()) {
+    switch (currentScreen()) {
     case Screen::welcome:
         return nullptr;
     case Screen::work:

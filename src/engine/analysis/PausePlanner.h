@@ -12,3 +12,8 @@ std::vector<Segment> findSilences(const std::vector<float>& levels, double level
 
 // The linear amplitude below which a level counts as quiet.
 float quietThreshold(double thresholdDB);
+
+// The spans to keep around `silences`: each cut leaves `padding` of quiet on both sides, and
+// a kept scrap shorter than `minKeep` goes with the cuts around it.
+std::vector<Segment> keepSegments(const std::vector<Segment>& silences, double duration,
+                                  double padding, double minKeep);

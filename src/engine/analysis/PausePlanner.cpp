@@ -1,7 +1,5 @@
 #include "PausePlanner.h"
 
-#include "TidleEngine.h"
-
 #include <cmath>
 
 float quietThreshold(double thresholdDB)
@@ -41,8 +39,8 @@ std::vector<Segment> findSilences(const std::vector<float>& levels, double level
     return silences;
 }
 
-std::vector<Segment> TidleEngine::keepSegments(const std::vector<Segment>& silences,
-                                               double duration, double padding, double minKeep)
+std::vector<Segment> keepSegments(const std::vector<Segment>& silences, double duration,
+                                  double padding, double minKeep)
 {
     std::vector<Segment> keeps;
     double cursor = 0.0;

@@ -27,7 +27,7 @@ public:
     ContentView(AppModel& model, BatchModel& batch, QWidget* parent = nullptr);
     ~ContentView() override;
 
-    Screen screen() const;
+    Screen currentScreen() const;
     WelcomeScreen* welcomeScreen() const { return m_welcome; }
     WorkScreen* workScreen() const { return m_work; }
     BatchView* batchView() const { return m_batchView; }
